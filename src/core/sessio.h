@@ -1,0 +1,44 @@
+#pragma once
+// One working session on a data directory: the settings, the open business database and the
+// translator. The desktop program and every command-line command open one; tests make their own.
+
+#include "configuracio.h"
+#include "db.h"
+#include "traduccio.h"
+
+#include <memory>
+
+class Sessio {
+public:
+    // Loads the settings, opens the business database (created with the schema when missing)
+    // and the translation database (recreated from the shipped rows when missing), and installs
+    // the translator. Throws ConfigError, DbError or std::runtime_error.
+    explicit Sessio(const QString &dirDades);
+    ~Sessio();
+    Sessio(const Sessio &) = delete;
+    Sessio &operator=(const Sessio &) = delete;
+
+    Configuracio &cfg() { return m_cfg; }
+    const Configuracio &cfg() const { return m_cfg; }
+    Db &db() { return m_db; }
+    Db &dbTraduccio() { return m_dbTraduccio; }
+    Traductor &traductor() { return m_traductor; }
+    QString dirDades() const { return m_cfg.dirDades; }
+
+    // Changes the language of texts translated from now on.
+    void canviaIdioma(const QString &idioma);
+    // Reloads the settings from the file (after the configuration dialog wrote it).
+    void recarregaConfiguracio();
+
+    // Flags that tell a page to rebuild before it is shown again.
+    bool RefrescarAgenda = false;
+    bool RefrescarFacturacio = false;
+    bool ReiniciarAplicacio = false;
+    bool CompactarBD = false;
+
+private:
+    Configuracio m_cfg;
+    Db m_db;
+    Db m_dbTraduccio;
+    Traductor m_traductor;
+};
