@@ -1,0 +1,204 @@
+// Overtime: the proposal in both counting modes with the lunch break and the weekend rules,
+// storing (twice, zero, non-numbers), and the month's clean-up of entries no job justifies.
+#include "agenda/hores_extres.h"
+#include "core/formats.h"
+#include "support/entorn_proves.h"
+
+#include <QtTest>
+
+namespace {
+
+const QDate kDimecres(2024, 5, 15);
+const QDate kDissabte(2024, 5, 18);
+const QDate kDiumenge(2024, 5, 19);
+
+// The 48 half-hour slots of a day, occupied where one of the given "hh:mm-hh:mm" jobs covers the
+// slot's start.
+QList<FranjaHores> dia(const QStringList &feines, int minutsCella = 30)
+{
+    QList<FranjaHores> r;
+    for (int m = 0; m < 1440; m += minutsCella) {
+        FranjaHores f;
+        f.etiqueta = hora::text(m);
+        for (const QString &feina : feines) {
+            const int inici = hora::minuts(feina.section(QLatin1Char('-'), 0, 0));
+            const int fi = hora::minuts(feina.section(QLatin1Char('-'), 1, 1));
+            if (m + minutsCella > inici && m < fi)
+                f.ocupada = true;
+        }
+        r.append(f);
+    }
+    return r;
+}
+
+int files(Db &db)
+{
+    return static_cast<int>(dades_prova::valor(db, QStringLiteral("SELECT COUNT(*) FROM Hores_Fetes")));
+}
+
+} // namespace
+
+class TestHoresExtres : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Only occupied slots count, whole; the day's hours are taken off except on the weekend days
+    // marked as extra.
+    void proposalCountingSlots()
+    {
+        Configuracio cfg;
+        QVERIFY(cfg.CalculxHores);
+        const auto jornada = dia({"08:00-12:00", "15:00-19:30"}); // 17 slots
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDimecres), 0.5);
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDissabte), 8.5);
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 8.5);
+        cfg.DissabtesExtra = false;
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDissabte), 0.5);
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 8.5);
+        cfg.DiumengesExtra = false;
+        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 0.5);
+
+        // A short job still takes its whole slot; a short day proposes nothing, never less.
+        QCOMPARE(Calcula_Hores_Extres(dia({"09:10-09:20"}), cfg, kDimecres), 0.0);
+        cfg.HoresDia = 0.25;
+        QCOMPARE(Calcula_Hores_Extres(dia({"09:10-09:20"}), cfg, kDimecres), 0.25);
+        cfg.HoresDia = 7.5;
+        QCOMPARE(Calcula_Hores_Extres(dia({"00:00-24:00"}), cfg, kDimecres), 16.5);
+        QCOMPARE(Calcula_Hores_Extres(dia({}), cfg, kDimecres), 0.0);
+
+        // The gaps between jobs do not count in this mode.
+        cfg.HoresDia = 2.0;
+        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDimecres), 1.0);
+
+        // Hour-long slots.
+        cfg.MinutsCella = 60;
+        cfg.DissabtesExtra = true;
+        QCOMPARE(Calcula_Hores_Extres(dia({"08:30-09:30"}, 60), cfg, kDimecres), 0.0);
+        QCOMPARE(Calcula_Hores_Extres(dia({"08:30-09:30"}, 60), cfg, kDissabte), 2.0);
+    }
+
+    // Counting the span of the day: the gaps between two jobs are worked time except the lunch
+    // break; the time before the first and after the last job is not.
+    void proposalCountingTheSpan()
+    {
+        Configuracio cfg;
+        cfg.CalculxHores = false;
+        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDimecres), 0.0);
+        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDissabte), 4.0);
+
+        // Gap 13:00-16:00: only 13:00-13:30 and 15:00-16:00 count. 4 + 1,5 + 2 = 7,5 hours.
+        const auto ambDinar = dia({"09:00-13:00", "16:00-18:00"});
+        QCOMPARE(Calcula_Hores_Extres(ambDinar, cfg, kDiumenge), 7.5);
+        cfg.HoresDia = 6.0;
+        QCOMPARE(Calcula_Hores_Extres(ambDinar, cfg, kDimecres), 1.5);
+
+        // A gap with nothing after it is not worked time; neither is the morning before.
+        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-13:00"}), cfg, kDissabte), 4.0);
+        QCOMPARE(Calcula_Hores_Extres(dia({"20:00-21:00"}), cfg, kDissabte), 1.0);
+
+        // A job inside the lunch break counts as any other; the gap up to it is lunch.
+        QCOMPARE(Calcula_Hores_Extres(dia({"12:00-13:00", "14:00-14:30", "16:00-16:30"}), cfg, kDissabte),
+                 // 1 + 0,5 (13:00-13:30) + 0,5 + 1 (15:00-16:00) + 0,5
+                 3.5);
+
+        // Another lunch break.
+        cfg.HoraIniciDinar = QStringLiteral("12:00");
+        cfg.HoraFinalDinar = QStringLiteral("12:30");
+        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-11:00", "14:00-15:00"}), cfg, kDissabte), 5.5);
+
+        // The same day counted by slots gives less.
+        cfg.CalculxHores = true;
+        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-11:00", "14:00-15:00"}), cfg, kDissabte), 3.0);
+    }
+
+    // One row per worker and day; 0 removes it; names compare without regard to case.
+    void storesOneRowPerWorkerAndDay()
+    {
+        BaseProva b;
+        Db &db = b.db;
+        Grava_Hores_Fetes(db, 0.0, QStringLiteral("Marta"), kDimecres);
+        QCOMPARE(files(db), 0);
+        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("1,5"))), QStringLiteral("Marta"), kDimecres);
+        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("1,5"))), QStringLiteral("Marta"), kDimecres);
+        QCOMPARE(files(db), 1);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
+        Grava_Hores_Fetes(db, 2.25, QStringLiteral("MARTA"), kDimecres);
+        QCOMPARE(files(db), 1);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("marta"), kDimecres), 2.25);
+        Grava_Hores_Fetes(db, 1.0, QStringLiteral("Marta"), kDissabte);
+        Grava_Hores_Fetes(db, 3.0, QStringLiteral("L'Àngels"), kDimecres);
+        QCOMPARE(files(db), 3);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("L'ÀNGELS"), kDimecres), 3.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), kDimecres), 0.0);
+
+        // What the overtime cell makes of what was typed.
+        QCOMPARE(textHores(QStringLiteral("1,555")), QStringLiteral("1,56"));
+        QCOMPARE(textHores(QStringLiteral("2.5")), QStringLiteral("2,50"));
+        QCOMPARE(textHores(QStringLiteral("1.234,5")), QStringLiteral("1.234,50"));
+        QCOMPARE(textHores(QStringLiteral("molt")), QStringLiteral("0,00"));
+        QCOMPARE(textHores(QString()), QStringLiteral("0,00"));
+        QCOMPARE(valorHores(QStringLiteral("1.234,50")), 1234.5);
+
+        // A non-number is stored as 0: the row goes.
+        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("x"))), QStringLiteral("Marta"), kDimecres);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 0.0);
+        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("0"))), QStringLiteral("Marta"), kDissabte);
+        QCOMPARE(files(db), 1);
+        QCOMPARE(db.transactionDepth(), 0);
+    }
+
+    // An entry stays when its worker has a job that day, directly or through a group; other
+    // months are left alone.
+    void cleanUpKeepsJustifiedEntries()
+    {
+        BaseProva b;
+        Db &db = b.db;
+        dades_prova::recurs(db, QStringLiteral("Marta"), 1);
+        dades_prova::recurs(db, QStringLiteral("Joan"), 2);
+        dades_prova::recurs(db, QStringLiteral("Pere"), 3);
+        dades_prova::grup(db, QStringLiteral("Equip"), 4, {QStringLiteral("Marta"), QStringLiteral("Joan")});
+        dades_prova::grup(db, QStringLiteral("Buit"), 5, {});
+        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
+        const QDate d1(2024, 12, 2), d2(2024, 12, 3), d3(2024, 12, 31), gener(2025, 1, 1), novembre(2024, 11, 30);
+        dades_prova::feina(db, QStringLiteral("Oficina"), d1, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Equip"));
+        dades_prova::feina(db, QStringLiteral("Oficina"), d2, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("joan"));
+        dades_prova::feina(db, QStringLiteral("Oficina"), d3, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Buit"));
+        dades_prova::feina(db, QStringLiteral("Oficina"), d3, QStringLiteral("11:00"), QStringLiteral("12:00"));
+
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Marta"), d1);  // through the group: stays
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Joan"), d1);   // through the group: stays
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), d1);   // no job: goes
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Equip"), d1);  // the group itself is no worker: goes
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Joan"), d2);   // own job (other case): stays
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Marta"), d2);  // no job that day: goes
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Buit"), d3);   // a group without members works as itself
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), d3);   // an unassigned job justifies nobody
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), gener);
+        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), novembre);
+
+        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("13/2024")), -1);
+        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("desembre")), -1);
+        QCOMPARE(files(db), 10);
+
+        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("12/2024")), 4);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), d1), 1.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), d1), 1.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), d1), 0.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Equip"), d1), 0.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), d2), 1.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), d2), 0.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Buit"), d3), 1.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), d3), 0.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), gener), 1.0);
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), novembre), 1.0);
+
+        // The following January and the previous November are months of their own.
+        QCOMPARE(Borra_hores_extres_erronies(db, 1, 2025), 1);
+        QCOMPARE(Borra_hores_extres_erronies(db, 11, 2024), 1);
+        QCOMPARE(files(db), 4);
+        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("12/2024")), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHoresExtres)
+#include "tst_hores_extres.moc"
