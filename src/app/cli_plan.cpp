@@ -85,7 +85,7 @@ int planOrdre(ContextComanda &ctx, Arguments &args)
         }
     } else {
         resultat = planificador.Planificar_Feines(F, L);
-        if (!resultat.isEmpty() && !ctx.json())
+        if (!resultat.isEmpty())
             ctx.err() << resultat << Qt::endl;
     }
     if (ctx.json()) {
