@@ -25,7 +25,7 @@ const QString kPredicatSolapament = QStringLiteral(
     " OR (Feines.feines_hora_inici < ? AND Feines.feines_hora_fi >= ?)"
     " OR (Feines.feines_hora_inici >= ? AND Feines.feines_hora_fi <= ?))");
 
-QString sqlSolapamentLloc(bool excloure)
+QString construeixSolapamentLloc(bool excloure)
 {
     return QStringLiteral("SELECT 1 FROM Feines WHERE Feines.llocs_nom = ? AND Feines.feines_data = ?")
         + (excloure ? QStringLiteral(" AND Feines.feines_id <> ?") : QString())
@@ -33,15 +33,30 @@ QString sqlSolapamentLloc(bool excloure)
 }
 
 // The resource's own jobs that day, and the jobs of every group that has it as a member.
-QString sqlSolapamentRecurs(bool excloure)
+QString construeixSolapamentRecurs(bool excloure)
 {
     const QString excl = excloure ? QStringLiteral(" AND Feines.feines_id <> ?") : QString();
     return QStringLiteral("SELECT 1 FROM Feines WHERE Feines.feines_data = ? AND Feines.recursos_nom = ?") + excl
         + QStringLiteral(" AND ") + kPredicatSolapament
-        + QStringLiteral(" UNION ALL SELECT 1 FROM Recursos_Components INNER JOIN Feines"
+        // CROSS JOIN keeps the inner join's meaning and makes SQLite start from the (few) groups
+        // of the resource rather than from every job of the day.
+        + QStringLiteral(" UNION ALL SELECT 1 FROM Recursos_Components CROSS JOIN Feines"
                          " ON Feines.recursos_nom = Recursos_Components.recursos_nom"
                          " WHERE Recursos_Components.recursos_component_nom = ? AND Feines.feines_data = ?")
         + excl + QStringLiteral(" AND ") + kPredicatSolapament + QStringLiteral(" LIMIT 1");
+}
+
+// Built once: the texts are also the keys of the connection's statement cache.
+const QString &sqlSolapamentLloc(bool excloure)
+{
+    static const QString sql[2] = {construeixSolapamentLloc(false), construeixSolapamentLloc(true)};
+    return sql[excloure ? 1 : 0];
+}
+
+const QString &sqlSolapamentRecurs(bool excloure)
+{
+    static const QString sql[2] = {construeixSolapamentRecurs(false), construeixSolapamentRecurs(true)};
+    return sql[excloure ? 1 : 0];
 }
 
 QVariant textONull(const QString &t)
@@ -512,18 +527,16 @@ void MotorFeines::busca(Feina &f, const QDate &dia, const QString &minut, const 
 {
     // A job covers the minutes from its start up to, not including, its end: the minute at which
     // one job ends belongs to the next.
-    const QString comu = QStringLiteral(
+    static const QString comu = QStringLiteral(
         " WHERE Feines.llocs_nom = ? AND Feines.feines_data = ?"
         " AND Feines.feines_hora_inici <= ? AND Feines.feines_hora_fi > ?");
-    Query q = recurs.isEmpty()
-        ? m_db.prepared(QStringLiteral("SELECT ") + kColumnesFeina + QStringLiteral(" FROM Feines") + comu
-                        + QStringLiteral(" AND Feines.recursos_nom IS NULL LIMIT 1"))
-        : m_db.prepared(QStringLiteral("SELECT ") + kColumnesFeina
-                        + QStringLiteral(" FROM Feines LEFT JOIN Recursos_Components"
-                                         " ON Feines.recursos_nom = Recursos_Components.recursos_nom")
-                        + comu
-                        + QStringLiteral(" AND (Feines.recursos_nom = ? OR Recursos_Components.recursos_component_nom = ?)"
-                                         " LIMIT 1"));
+    static const QString senseRecurs = QStringLiteral("SELECT ") + kColumnesFeina + QStringLiteral(" FROM Feines") + comu
+        + QStringLiteral(" AND Feines.recursos_nom IS NULL LIMIT 1");
+    static const QString ambRecurs = QStringLiteral("SELECT ") + kColumnesFeina
+        + QStringLiteral(" FROM Feines LEFT JOIN Recursos_Components ON Feines.recursos_nom = Recursos_Components.recursos_nom")
+        + comu
+        + QStringLiteral(" AND (Feines.recursos_nom = ? OR Recursos_Components.recursos_component_nom = ?) LIMIT 1");
+    Query q = m_db.prepared(recurs.isEmpty() ? senseRecurs : ambRecurs);
     q.bind(lloc).bind(dia).bind(minut).bind(minut);
     if (!recurs.isEmpty())
         q.bind(recurs).bind(recurs);

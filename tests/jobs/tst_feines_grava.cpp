@@ -1,0 +1,339 @@
+// Creating jobs: the order of the checks, the overlap predicate at the place and for the resource
+// (directly, through a group, through a group's members), strict and non-strict mode, the day
+// limit, the services copied into the job and the record handed back.
+#include "jobs/motor_feines.h"
+#include "support/entorn_proves.h"
+
+#include <QtTest>
+
+using namespace dades_prova;
+
+namespace {
+
+const QDate kDia(2024, 5, 14);
+
+// Workers Marta and Oriol (both take a share), their team, a place per test need.
+void equip(Db &db)
+{
+    recurs(db, QStringLiteral("Marta"), 65535, true);
+    recurs(db, QStringLiteral("Oriol"), 16711680, true);
+    recurs(db, QStringLiteral("Pau"), 255, true);
+    grup(db, QStringLiteral("Marta i Oriol"), 65280, {QStringLiteral("Marta"), QStringLiteral("Oriol")});
+}
+
+Feina nova(const QString &lloc, const QString &inici, const QString &recurs = QString(), const QDate &dia = kDia)
+{
+    Feina f;
+    f.llocs_nom = lloc;
+    f.feines_data = dia;
+    f.feines_hora_inici = inici;
+    f.recursos_nom = recurs;
+    return f;
+}
+
+qint64 feines(Db &db)
+{
+    return valor(db, QStringLiteral("SELECT COUNT(*) FROM Feines"));
+}
+
+} // namespace
+
+class TestFeinesGrava : public QObject {
+    Q_OBJECT
+
+    // Rows shared by the place and the resource overlap tests: an existing job 09:00-10:00 and a
+    // new one starting at `inici` lasting `minuts`.
+    void solapaments()
+    {
+        QTest::addColumn<QString>("inici");
+        QTest::addColumn<int>("minuts");
+        QTest::addColumn<bool>("solapa");
+        QTest::newRow("ends as the other starts") << "08:00" << 60 << false;
+        QTest::newRow("starts as the other ends") << "10:00" << 60 << false;
+        QTest::newRow("well before") << "06:00" << 60 << false;
+        QTest::newRow("start inside") << "09:30" << 60 << true;
+        QTest::newRow("end inside") << "08:30" << 60 << true;
+        QTest::newRow("same start") << "09:00" << 30 << true;
+        QTest::newRow("same end") << "09:30" << 30 << true;
+        QTest::newRow("identical") << "09:00" << 60 << true;
+        QTest::newRow("encloses it") << "08:30" << 120 << true;
+        QTest::newRow("lies inside it") << "09:15" << 30 << true;
+    }
+
+private slots:
+    void placeOverlap_data() { solapaments(); }
+    void placeOverlap()
+    {
+        QFETCH(QString, inici);
+        QFETCH(int, minuts);
+        QFETCH(bool, solapa);
+        BaseProva b;
+        b.cfg.PermetSolaparLlocs = false;
+        lloc(b.db, QStringLiteral("Àtic Gran"), minuts);
+        feina(b.db, QStringLiteral("Àtic Gran"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"));
+        // The same hours on another day and at another place never collide.
+        feina(b.db, QStringLiteral("Àtic Gran"), kDia.addDays(1), QStringLiteral("00:00"), QStringLiteral("24:00"));
+        feina(b.db, QStringLiteral("Soterrani"), kDia, QStringLiteral("00:00"), QStringLiteral("24:00"));
+        MotorFeines m(b.db, b.cfg);
+
+        Feina f = nova(QStringLiteral("àtic gran"), inici);
+        m.Grava_Feina(f, true);
+        if (solapa) {
+            QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a ÀTIC GRAN"));
+            QCOMPARE(feines(b.db), 3);
+        } else {
+            QCOMPARE(f.missatge, QString());
+            QCOMPARE(feines(b.db), 4);
+        }
+    }
+
+    void resourceOverlap_data() { solapaments(); }
+    void resourceOverlap()
+    {
+        QFETCH(QString, inici);
+        QFETCH(int, minuts);
+        QFETCH(bool, solapa);
+        BaseProva b;
+        equip(b.db);
+        lloc(b.db, QStringLiteral("Oficina"), minuts);
+        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"));
+        feina(b.db, QStringLiteral("Escala"), kDia.addDays(-1), QStringLiteral("00:00"), QStringLiteral("24:00"), QStringLiteral("Marta"));
+        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("00:00"), QStringLiteral("24:00"), QStringLiteral("Pau"));
+        MotorFeines m(b.db, b.cfg);
+
+        Feina f = nova(QStringLiteral("Oficina"), inici, QStringLiteral("MARTA"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, solapa ? QStringLiteral("Solapament de recursos: MARTA") : QString());
+        QCOMPARE(feines(b.db), solapa ? 3 : 4);
+        if (f.feines_id != 0) { // out of the way of the same job, created again below
+            Feina d;
+            d.feines_id = f.feines_id;
+            m.Borra_Feina(d);
+            QCOMPARE(d.missatge, QString());
+        }
+
+        // Not strict: the same job is stored, only without its resource.
+        Feina g = nova(QStringLiteral("Oficina"), inici, QStringLiteral("Marta"));
+        m.Grava_Feina(g, false);
+        QCOMPARE(g.missatge, QString());
+        QVERIFY(g.feines_id > 0);
+        QCOMPARE(g.recursos_nom, solapa ? QString() : QStringLiteral("Marta"));
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {g.feines_id}),
+                 solapa ? 1 : 0);
+    }
+
+    void groupsAndMembers_data()
+    {
+        QTest::addColumn<QString>("ocupat");   // who already works 09:00-10:00
+        QTest::addColumn<QString>("demanat");  // who the new job 09:30-10:30 asks for
+        QTest::addColumn<QString>("missatge"); // strict refusal ("" = stored)
+        QTest::newRow("worker busy through the team") << "Marta i Oriol" << "Oriol" << "Solapament de recursos: Oriol";
+        QTest::newRow("team busy itself") << "Marta i Oriol" << "Marta i Oriol" << "Solapament de recursos: Marta i Oriol";
+        QTest::newRow("team busy through a member") << "Oriol" << "Marta i Oriol" << "Solapament de recursos: Oriol";
+        QTest::newRow("team busy through the other member") << "Marta" << "Marta i Oriol" << "Solapament de recursos: Marta";
+        QTest::newRow("outsider's job does not block the team") << "Pau" << "Marta i Oriol" << "";
+        QTest::newRow("team's job does not block an outsider") << "Marta i Oriol" << "Pau" << "";
+    }
+
+    void groupsAndMembers()
+    {
+        QFETCH(QString, ocupat);
+        QFETCH(QString, demanat);
+        QFETCH(QString, missatge);
+        BaseProva b;
+        equip(b.db);
+        lloc(b.db, QStringLiteral("Oficina"), 60);
+        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), ocupat);
+        MotorFeines m(b.db, b.cfg);
+
+        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("09:30"), demanat);
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, missatge);
+        QCOMPARE(feines(b.db), missatge.isEmpty() ? 2 : 1);
+        if (f.feines_id != 0) {
+            Feina d;
+            d.feines_id = f.feines_id;
+            m.Borra_Feina(d);
+        }
+
+        Feina g = nova(QStringLiteral("Oficina"), QStringLiteral("09:30"), demanat);
+        m.Grava_Feina(g, false);
+        QCOMPARE(g.missatge, QString());
+        QCOMPARE(g.recursos_nom, missatge.isEmpty() ? demanat : QString());
+    }
+
+    void placeOverlapIsOptional()
+    {
+        BaseProva b;
+        equip(b.db);
+        QVERIFY(b.cfg.PermetSolaparLlocs); // the default lets jobs share a place
+        lloc(b.db, QStringLiteral("Oficina"), 60);
+        MotorFeines m(b.db, b.cfg);
+        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Marta"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QString());
+        Feina g = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Oriol"));
+        m.Grava_Feina(g, true);
+        QCOMPARE(g.missatge, QString());
+        // The resource checks still apply.
+        Feina h = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Marta"));
+        m.Grava_Feina(h, true);
+        QCOMPARE(h.missatge, QStringLiteral("Solapament de recursos: Marta"));
+        QCOMPARE(feines(b.db), 2);
+    }
+
+    void orderOfRefusals()
+    {
+        BaseProva b;
+        equip(b.db);
+        b.cfg.PermetSolaparLlocs = false;
+        b.cfg.HoraFinal = QStringLiteral("20:00");
+        lloc(b.db, QStringLiteral("Oficina"), 120, QStringLiteral("Ningú"));
+        feina(b.db, QStringLiteral("Oficina"), kDia, QStringLiteral("18:00"), QStringLiteral("20:00"), QStringLiteral("Marta"));
+        MotorFeines m(b.db, b.cfg);
+
+        // A missing place is the first thing refused.
+        Feina f = nova(QStringLiteral("Golf"), QStringLiteral("19:00"), QStringLiteral("Marta"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("Lloc 'Golf' inexistent"));
+        // The day limit comes before any collision (place and resource both collide here), and
+        // before the unknown default resource.
+        f = nova(QStringLiteral("Oficina"), QStringLiteral("19:00"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("L'hora final de la feina supera les 20:00h."));
+        // Ending exactly at the limit is allowed; then the place collision is next.
+        f = nova(QStringLiteral("Oficina"), QStringLiteral("18:00"), QStringLiteral("Marta"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a OFICINA"));
+        // Then the resource: the place's default, which does not exist.
+        f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"));
+        m.Grava_Feina(f, false);
+        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Ningú"));
+        // A missing resource refuses even when not strict.
+        f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Joan"));
+        m.Grava_Feina(f, false);
+        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Joan"));
+        QCOMPARE(feines(b.db), 1);
+        // The record is reusable: a success clears the previous message.
+        f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Marta"));
+        f.missatge = QStringLiteral("vell");
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QString());
+    }
+
+    void endAtMidnight()
+    {
+        BaseProva b;
+        lloc(b.db, QStringLiteral("Nit"), 60);
+        lloc(b.db, QStringLiteral("Vespre"), 30);
+        MotorFeines m(b.db, b.cfg);
+        Feina f = nova(QStringLiteral("Nit"), QStringLiteral("23:30"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("24:00"));
+        f = nova(QStringLiteral("Vespre"), QStringLiteral("23:30"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("24:00"));
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_hora_fi = '24:00'")), 2);
+        // A job ending at 24:00 still blocks its worker until midnight.
+        b.cfg.PermetSolaparLlocs = false;
+        f = nova(QStringLiteral("Nit"), QStringLiteral("23:45"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a NIT"));
+    }
+
+    void storedJobAndRecord()
+    {
+        BaseProva b;
+        equip(b.db);
+        servei(b.db, QStringLiteral("Neteja"), 60, false, 6.25, QStringLiteral("Hores"), QStringLiteral("Servei de neteja"));
+        servei(b.db, QStringLiteral("Desplaçaments"), 3, true, 0.19, QStringLiteral("Kms"), QStringLiteral("Distància"));
+        servei(b.db, QStringLiteral("Vidres"), 30, false, 9);
+        lloc(b.db, QStringLiteral("L'Estel"), 90, QStringLiteral("Marta i Oriol"));
+        lloc(b.db, QStringLiteral("Buit"), 30);
+        llocServei(b.db, QStringLiteral("L'Estel"), QStringLiteral("Neteja"), 3, 7.5, QStringLiteral("Neteja de l'Estel"));
+        llocServei(b.db, QStringLiteral("L'Estel"), QStringLiteral("Desplaçaments"), 10, 0.2);
+        llocServei(b.db, QStringLiteral("Altre"), QStringLiteral("Vidres"), 1, 9);
+        MotorFeines m(b.db, b.cfg);
+
+        Feina f = nova(QStringLiteral("L'Estel"), QStringLiteral("08:00"));
+        f.feines_hora_fi = QStringLiteral("23:00"); // ignored: the end comes from the place
+        f.feines_feta = true;
+        f.feines_observacions = QStringLiteral("vell");
+        f.feines_data_factura = kDia;
+        m.Grava_Feina(f, false);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("09:30"));
+        QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol")); // the place's default
+        QVERIFY(!f.feines_feta);
+        QVERIFY(!f.feines_data_factura.isValid());
+        QCOMPARE(f.feines_observacions, QString());
+
+        Query q = b.db.query(QStringLiteral("SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom, feines_feta,"
+                                            " feines_data_factura IS NULL, feines_observacions IS NULL FROM Feines WHERE feines_id = ?"));
+        q.bind(f.feines_id).exec();
+        QVERIFY(q.next());
+        QCOMPARE(q.text(0), QStringLiteral("L'Estel"));
+        QCOMPARE(q.text(1), QStringLiteral("2024-05-14"));
+        QCOMPARE(q.text(2), QStringLiteral("08:00"));
+        QCOMPARE(q.text(3), QStringLiteral("09:30"));
+        QCOMPARE(q.text(4), QStringLiteral("Marta i Oriol"));
+        QCOMPARE(q.integer(5), 0);
+        QCOMPARE(q.integer(6), 1);
+        QCOMPARE(q.integer(7), 1);
+
+        // The place's agreed price and wording travel with the job, the unit from the service.
+        Query d = b.db.query(QStringLiteral("SELECT serveis_nom, feines_detall_quantitat, feines_detall_preu_un, feines_detall_unitat,"
+                                            " feines_detall_descripcio FROM Feines_Detall WHERE feines_id = ? ORDER BY serveis_nom"));
+        d.bind(f.feines_id).exec();
+        QVERIFY(d.next());
+        QCOMPARE(d.text(0), QStringLiteral("Desplaçaments"));
+        QCOMPARE(d.real(1), 10.0);
+        QCOMPARE(d.real(2), 0.2);
+        QCOMPARE(d.text(3), QStringLiteral("Kms"));
+        QVERIFY(d.value(4).isNull());
+        QVERIFY(d.next());
+        QCOMPARE(d.text(0), QStringLiteral("Neteja"));
+        QCOMPARE(d.real(1), 3.0);
+        QCOMPARE(d.real(2), 7.5);
+        QCOMPARE(d.text(3), QStringLiteral("Hores"));
+        QCOMPARE(d.text(4), QStringLiteral("Neteja de l'Estel"));
+        QVERIFY(!d.next());
+
+        // A place with no services gives a job with no lines; no default resource leaves it unassigned.
+        Feina g = nova(QStringLiteral("Buit"), QStringLiteral("08:00"));
+        m.Grava_Feina(g, true);
+        QCOMPARE(g.missatge, QString());
+        QVERIFY(g.feines_id > f.feines_id);
+        QCOMPARE(g.recursos_nom, QString());
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {g.feines_id}), 0);
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall")), 2);
+    }
+
+    void namesWithQuotesCaseAndAccents()
+    {
+        BaseProva b;
+        recurs(b.db, QStringLiteral("Àngels"), 1, true);
+        recurs(b.db, QStringLiteral("N'Oriol"), 2, true);
+        grup(b.db, QStringLiteral("L'equip d'Àngels"), 3, {QStringLiteral("Àngels"), QStringLiteral("N'Oriol")});
+        lloc(b.db, QStringLiteral("Cal Peró"), 60);
+        feina(b.db, QStringLiteral("Cal Peró"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("L'equip d'Àngels"));
+        MotorFeines m(b.db, b.cfg);
+
+        // The member with a quote in her name finds her group's job.
+        Feina f = nova(QStringLiteral("CAL PERÓ"), QStringLiteral("09:00"), QStringLiteral("n'oriol"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: n'oriol"));
+        // Upper-case accented name: still the same worker.
+        f = nova(QStringLiteral("cal peró"), QStringLiteral("09:30"), QStringLiteral("ÀNGELS"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: ÀNGELS"));
+        f = nova(QStringLiteral("Cal Peró"), QStringLiteral("10:00"), QStringLiteral("ÀNGELS"));
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(feines(b.db), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFeinesGrava)
+#include "tst_feines_grava.moc"

@@ -1,0 +1,342 @@
+// Changing, deleting and finding jobs: a job never collides with itself, the done-job life cycle
+// (vouchers freed, fee mark reset), the end recomputed from the job's lines, the deleted record
+// handed back, and the minute a job covers.
+#include "jobs/carrega_feina.h"
+#include "jobs/motor_feines.h"
+#include "support/entorn_proves.h"
+
+#include <QtTest>
+
+using namespace dades_prova;
+
+namespace {
+
+const QDate kAvui(2024, 5, 14);
+
+void equip(Db &db)
+{
+    recurs(db, QStringLiteral("Marta"), 65535, true);
+    recurs(db, QStringLiteral("Oriol"), 16711680, true);
+    grup(db, QStringLiteral("Marta i Oriol"), 65280, {QStringLiteral("Marta"), QStringLiteral("Oriol")});
+}
+
+Feina llegeix(Db &db, int id)
+{
+    Feina f;
+    if (!carregaFeina(db, id, f))
+        qFatal("job %d missing", id);
+    return f;
+}
+
+struct EstatXec {
+    QVariant feina;
+    QVariant liquidat;
+};
+
+EstatXec xecDe(Db &db, int xecsId)
+{
+    Query q = db.query(QStringLiteral("SELECT feines_id, xecs_data_liquidat FROM Xecs WHERE xecs_id = ?"));
+    q.bind(xecsId).exec();
+    if (!q.next())
+        qFatal("voucher %d missing", xecsId);
+    return {q.value(0), q.value(1)};
+}
+
+} // namespace
+
+class TestFeinesModifica : public QObject {
+    Q_OBJECT
+
+private slots:
+    void neverCollidesWithItself()
+    {
+        BaseProva b;
+        b.cfg.PermetSolaparLlocs = false;
+        equip(b.db);
+        const int id = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta i Oriol"));
+        const int altra = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("11:00"), QStringLiteral("12:00"), QStringLiteral("Oriol"));
+        MotorFeines m(b.db, b.cfg);
+        m.setAvui(kAvui);
+
+        // Moved by half an hour: it overlaps only its own old position, at the place and for the
+        // team and both members.
+        Feina f = llegeix(b.db, id);
+        f.feines_hora_inici = QStringLiteral("09:30");
+        f.feines_hora_fi = QStringLiteral("10:30");
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(llegeix(b.db, id).feines_hora_inici, QStringLiteral("09:30"));
+
+        // Into the other job: refused at the place first ...
+        f.feines_hora_fi = QStringLiteral("11:30");
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a OFICINA"));
+        // ... and, where places may be shared, through the team's member.
+        b.cfg.PermetSolaparLlocs = true;
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: Oriol"));
+        // Creation would have stored it unassigned; modification refuses and writes nothing.
+        Feina g = llegeix(b.db, altra);
+        g.feines_hora_inici = QStringLiteral("09:00");
+        g.recursos_nom = QStringLiteral("Marta");
+        m.Modifica_Feina(g);
+        QCOMPARE(g.missatge, QStringLiteral("Solapament de recursos: Marta"));
+        QCOMPARE(llegeix(b.db, altra).feines_hora_inici, QStringLiteral("11:00"));
+        QCOMPARE(llegeix(b.db, altra).recursos_nom, QStringLiteral("Oriol"));
+        QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("10:30"));
+
+        // An unknown resource is refused, "" unassigns.
+        g = llegeix(b.db, altra);
+        g.recursos_nom = QStringLiteral("Joan");
+        m.Modifica_Feina(g);
+        QCOMPARE(g.missatge, QStringLiteral("Recurs no trobat:Joan"));
+        g.recursos_nom.clear();
+        m.Modifica_Feina(g);
+        QCOMPARE(g.missatge, QString());
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {altra}), 1);
+    }
+
+    void whichJob()
+    {
+        BaseProva b;
+        MotorFeines m(b.db, b.cfg);
+        Feina f;
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Feina no especificada"));
+        m.Borra_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Feina no especificada"));
+        f.feines_id = 77;
+        f.llocs_nom = QStringLiteral("Oficina");
+        f.feines_data = kAvui;
+        f.feines_hora_inici = QStringLiteral("09:00");
+        f.feines_hora_fi = QStringLiteral("10:00");
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Feina no trobada"));
+        m.Borra_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Feina no trobada"));
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines")), 0);
+    }
+
+    void doneLifeCycle()
+    {
+        BaseProva b;
+        equip(b.db);
+        b.db.exec(QStringLiteral("INSERT INTO Clients (clients_nom) VALUES ('Comunitat')"));
+        const int id = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("09:00"), QStringLiteral("10:00"));
+        const int dema = feina(b.db, QStringLiteral("Oficina"), kAvui.addDays(1), QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"));
+        const int altra = feina(b.db, QStringLiteral("Escala"), kAvui, QStringLiteral("12:00"), QStringLiteral("13:00"), QStringLiteral("Marta"));
+        MotorFeines m(b.db, b.cfg);
+        m.setAvui(kAvui);
+
+        // Done needs a resource, and a date that is not in the future.
+        Feina f = llegeix(b.db, id);
+        f.feines_feta = true;
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("Cal assignar recurs si la feina està feta"));
+        Feina g = llegeix(b.db, dema);
+        g.feines_feta = true;
+        m.Modifica_Feina(g);
+        QCOMPARE(g.missatge, QStringLiteral("Una feina futura no pot estar feta"));
+        QVERIFY(!llegeix(b.db, dema).feines_feta);
+
+        f.recursos_nom = QStringLiteral("Marta");
+        f.feines_data_factura = QDate(2024, 5, 31);
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        Feina desat = llegeix(b.db, id);
+        QVERIFY(desat.feines_feta);
+        QCOMPARE(desat.feines_data_factura, QDate(2024, 5, 31));
+
+        // Billing spends two vouchers on it and records a fee; a third voucher is another job's.
+        b.db.query(QStringLiteral("UPDATE Feines SET feines_quota = 25 WHERE feines_id = ?")).bind(id).exec();
+        xec(b.db, 1, QStringLiteral("Comunitat"), id, QDate(2024, 5, 31));
+        xec(b.db, 2, QStringLiteral("Comunitat"), id, QDate(2024, 5, 31));
+        xec(b.db, 3, QStringLiteral("Comunitat"), altra, QDate(2024, 5, 31));
+
+        // Anything else on a done job, or deleting it, is refused and changes nothing.
+        f = llegeix(b.db, id);
+        f.feines_observacions = QStringLiteral("canvi");
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QStringLiteral("No es pot modificar una feina feta"));
+        Feina e;
+        e.feines_id = id;
+        m.Borra_Feina(e);
+        QCOMPARE(e.missatge, QStringLiteral("No es pot esborrar una feina feta"));
+        QCOMPARE(llegeix(b.db, id).feines_observacions, QString());
+        QCOMPARE(xecDe(b.db, 1).feina.toInt(), id);
+
+        // Unmarking frees its vouchers (only its own), clears the billing date and the fee mark.
+        f = llegeix(b.db, id);
+        f.feines_feta = false;
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        desat = llegeix(b.db, id);
+        QVERIFY(!desat.feines_feta);
+        QVERIFY(!desat.feines_data_factura.isValid());
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT feines_quota FROM Feines WHERE feines_id = ?"), {id}), 0);
+        for (int x : {1, 2}) {
+            QVERIFY(xecDe(b.db, x).feina.isNull());
+            QVERIFY(xecDe(b.db, x).liquidat.isNull());
+        }
+        QCOMPARE(xecDe(b.db, 3).feina.toInt(), altra);
+        QCOMPARE(xecDe(b.db, 3).liquidat.toString(), QStringLiteral("2024-05-31"));
+
+        // Now it can be changed again, and marked done without a billing date.
+        f.feines_observacions = QStringLiteral("L'escala també");
+        f.feines_feta = true;
+        f.feines_data_factura = QDate();
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        desat = llegeix(b.db, id);
+        QCOMPARE(desat.feines_observacions, QStringLiteral("L'escala també"));
+        QVERIFY(desat.feines_feta);
+        QVERIFY(!desat.feines_data_factura.isValid());
+    }
+
+    void emptyEndIsRecomputed()
+    {
+        BaseProva b;
+        equip(b.db);
+        servei(b.db, QStringLiteral("Neteja"), 60, false);
+        servei(b.db, QStringLiteral("Desplaçaments"), 3, true);
+        const int id = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("08:00"), QStringLiteral("08:30"), QStringLiteral("Marta"));
+        b.db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat) VALUES (?, 'Neteja', 1.5), (?, 'Desplaçaments', 10)"))
+            .bind(id).bind(id).exec();
+        MotorFeines m(b.db, b.cfg);
+
+        // Marta alone: 90 + 30 = 120 minutes.
+        Feina f = llegeix(b.db, id);
+        f.feines_hora_fi.clear();
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("10:00"));
+        QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("10:00"));
+        // The team shares the cleaning: 45 + 30 = 75, rounded up to whole cells: 90.
+        f.recursos_nom = QStringLiteral("Marta i Oriol");
+        f.feines_hora_fi.clear();
+        m.Modifica_Feina(f);
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("09:30"));
+        // Unlike creation, a modification may end past the day's end setting.
+        b.cfg.HoraFinal = QStringLiteral("09:00");
+        f.feines_hora_fi = QStringLiteral("12:00");
+        m.Modifica_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("12:00"));
+        // The lines are the job editor's business: a modification leaves them alone.
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {id}), 2);
+        // A minute total past the 16-bit range is a failure of the operation, not a wrong end.
+        b.db.query(QStringLiteral("UPDATE Feines_Detall SET feines_detall_quantitat = 1000 WHERE feines_id = ?")).bind(id).exec();
+        f.feines_hora_fi.clear();
+        m.Modifica_Feina(f);
+        QVERIFY2(f.missatge.startsWith(QStringLiteral("Error en Modifica_Feina:")), qPrintable(f.missatge));
+        QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("12:00"));
+    }
+
+    void deleteHandsBackTheJob()
+    {
+        BaseProva b;
+        equip(b.db);
+        servei(b.db, QStringLiteral("Neteja"), 60, false);
+        const int id = feina(b.db, QStringLiteral("L'Estel"), kAvui, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Oriol"));
+        const int unassigned = feina(b.db, QStringLiteral("L'Estel"), kAvui, QStringLiteral("11:00"), QStringLiteral("12:00"));
+        b.db.query(QStringLiteral("UPDATE Feines SET feines_observacions = 'nota', feines_data_factura = '2024-05-31' WHERE feines_id = ?")).bind(id).exec();
+        b.db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat) VALUES (?, 'Neteja', 1), (?, 'Neteja', 2)"))
+            .bind(id).bind(unassigned).exec();
+        xec(b.db, 1, QStringLiteral("Comunitat"), id, kAvui);
+        xec(b.db, 2, QStringLiteral("Comunitat"), id, kAvui);
+        MotorFeines m(b.db, b.cfg);
+
+        Feina f;
+        f.feines_id = id;
+        f.missatge = QStringLiteral("vell");
+        m.Borra_Feina(f);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(f.feines_id, id);
+        QCOMPARE(f.llocs_nom, QStringLiteral("L'Estel"));
+        QCOMPARE(f.feines_data, kAvui);
+        QCOMPARE(f.feines_hora_inici, QStringLiteral("09:00"));
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("10:00"));
+        QCOMPARE(f.recursos_nom, QStringLiteral("Oriol"));
+        QVERIFY(!f.feines_feta);
+        QCOMPARE(f.feines_data_factura, QDate(2024, 5, 31));
+        QCOMPARE(f.feines_observacions, QStringLiteral("nota"));
+
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_id = ?"), {id}), 0);
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {id}), 0);
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {unassigned}), 1);
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Xecs WHERE feines_id IS NULL AND xecs_data_liquidat IS NULL")), 2);
+
+        // Deleted then handed straight to creation: the job comes back (cut and paste).
+        lloc(b.db, QStringLiteral("L'Estel"), 60);
+        f.feines_hora_inici = QStringLiteral("13:00");
+        m.Grava_Feina(f, true);
+        QCOMPARE(f.missatge, QString());
+        QCOMPARE(f.recursos_nom, QStringLiteral("Oriol"));
+
+        // An unassigned job comes back with "" as its resource and an empty billing date.
+        Feina g;
+        g.feines_id = unassigned;
+        m.Borra_Feina(g);
+        QCOMPARE(g.missatge, QString());
+        QCOMPARE(g.recursos_nom, QString());
+        QVERIFY(!g.feines_data_factura.isValid());
+    }
+
+    void findTheCoveringJob()
+    {
+        BaseProva b;
+        equip(b.db);
+        recurs(b.db, QStringLiteral("Àngels"), 1, true);
+        const int nou = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"));
+        const int deu = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("10:00"), QStringLiteral("11:00"), QStringLiteral("Marta"));
+        const int equipId = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("12:00"), QStringLiteral("13:00"), QStringLiteral("Marta i Oriol"));
+        const int lliure = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("09:00"), QStringLiteral("11:00"));
+        const int angels = feina(b.db, QStringLiteral("Escala"), kAvui, QStringLiteral("09:00"), QStringLiteral("11:00"), QStringLiteral("Àngels"));
+        feina(b.db, QStringLiteral("Oficina"), kAvui.addDays(1), QStringLiteral("00:00"), QStringLiteral("24:00"), QStringLiteral("Oriol"));
+        MotorFeines m(b.db, b.cfg);
+
+        struct Cas {
+            const char *minut;
+            const char *lloc;
+            const char *recurs;
+            int esperada; // 0: not found
+        };
+        const Cas casos[] = {
+            {"10:00", "Oficina", "Marta", deu},       // the minute a job ends belongs to the next
+            {"09:59", "Oficina", "Marta", nou},
+            {"09:00", "OFICINA", "marta", nou},
+            {"11:00", "Oficina", "Marta", 0},
+            {"12:30", "Oficina", "Oriol", equipId},   // through the team
+            {"12:30", "Oficina", "Marta i Oriol", equipId},
+            {"10:30", "Oficina", "Oriol", 0},
+            {"10:30", "Oficina", "", lliure},         // "" finds only the unassigned job
+            {"12:30", "Oficina", "", 0},
+            {"10:00", "escala", "ÀNGELS", angels},
+            {"10:00", "Escala", "Marta", 0},
+        };
+        for (const Cas &c : casos) {
+            Feina f;
+            f.feines_id = 999;
+            f.llocs_nom = QStringLiteral("vell");
+            m.Busca_Feina(f, kAvui, QString::fromUtf8(c.minut), QString::fromUtf8(c.lloc), QString::fromUtf8(c.recurs));
+            const QByteArray cas = QByteArray(c.minut) + ' ' + c.lloc + ' ' + c.recurs;
+            if (c.esperada == 0) {
+                QVERIFY2(f.missatge == QStringLiteral("Feina no trobada"), cas.constData());
+                QVERIFY2(f.feines_id == 0 && f.llocs_nom.isEmpty(), cas.constData());
+            } else {
+                QVERIFY2(f.missatge.isEmpty(), cas.constData());
+                QVERIFY2(f.feines_id == c.esperada, cas.constData());
+            }
+        }
+        Feina f;
+        m.Busca_Feina(f, kAvui, QStringLiteral("12:15"), QStringLiteral("Oficina"), QStringLiteral("Oriol"));
+        QCOMPARE(f.llocs_nom, QStringLiteral("Oficina"));
+        QCOMPARE(f.feines_data, kAvui);
+        QCOMPARE(f.feines_hora_inici, QStringLiteral("12:00"));
+        QCOMPARE(f.feines_hora_fi, QStringLiteral("13:00"));
+        QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFeinesModifica)
+#include "tst_feines_modifica.moc"
