@@ -1,0 +1,65 @@
+#pragma once
+// The job editor window: shows one job of the agenda with its service lines and stores the
+// changes. Every rule lives in EditorFeina; this window only lays the fields out, mirrors the
+// editor's state into them and hands the user's clicks and keys to it.
+
+#include "editor_feina.h"
+
+#include <QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QTableWidget;
+class ComboServeis;
+
+class FrmFeinesDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    // Opens on `feina` (the agenda's selected job); `feina.missatge` becomes "OK" when the user
+    // stored a change.
+    FrmFeinesDialog(Db &db, const Configuracio &cfg, MotorFeines &motor, Interaccio &ui, Feina &feina,
+                    QWidget *parent = nullptr);
+
+    EditorFeina &editor() { return m_editor; }
+    // "Today" for the done-job check (the real date unless set).
+    void setAvui(const QDate &avui) { m_editor.setAvui(avui); }
+
+protected:
+    bool eventFilter(QObject *obj, QEvent *event) override;
+
+private:
+    void construeix();
+    void mostraTot();
+    void mostraHores();
+    void mostraLinies();
+    void mostraLiniaEditada();
+    void aplicaBloqueig();
+    void modificar();
+
+    EditorFeina m_editor;
+
+    QLineEdit *m_id = nullptr;
+    QLineEdit *m_lloc = nullptr;
+    QLineEdit *m_data = nullptr;
+    QComboBox *m_horaInici = nullptr;
+    QComboBox *m_horaFi = nullptr;
+    QComboBox *m_recurs = nullptr;
+    QCheckBox *m_feta = nullptr;
+    QLineEdit *m_dataFactura = nullptr;
+    QPlainTextEdit *m_observacions = nullptr;
+    ComboServeis *m_serveis = nullptr;
+    QLineEdit *m_descripcio = nullptr;
+    QLineEdit *m_quantitat = nullptr;
+    QLineEdit *m_unitat = nullptr;
+    QLineEdit *m_preu = nullptr;
+    QPushButton *m_afegir = nullptr;
+    QTableWidget *m_linies = nullptr;
+    QLineEdit *m_total = nullptr;
+    QPushButton *m_ok = nullptr;
+    QPushButton *m_imprimir = nullptr;
+};
