@@ -1,0 +1,64 @@
+#pragma once
+// What the master-data tests share: a session on a throw-away data directory with a scripted
+// user, a picture of every table to prove that a refused action wrote nothing, and short
+// readers of what the user was told.
+
+#include "core/db.h"
+#include "core/sessio.h"
+#include "support/entorn_proves.h"
+
+#include <QSqlRecord>
+#include <QStringList>
+#include <memory>
+
+struct EntornMestres {
+    DirectoriProva dir;
+    std::unique_ptr<Sessio> sessio;
+    InteraccioGuio io;
+
+    EntornMestres() : sessio(dir.obreSessio()) {}
+    Db &db() { return sessio->db(); }
+    Configuracio &cfg() { return sessio->cfg(); }
+
+    // Every row of every business table, so a test can compare before and after.
+    QString instantania()
+    {
+        QString out;
+        for (const char *taula : {"Clients", "Llocs", "Llocs_Serveis", "Recursos", "Recursos_Components", "Serveis",
+                                  "Feines", "Feines_Detall", "Xecs", "Pagaments"}) {
+            out += QLatin1String(taula) + QLatin1Char('\n');
+            Query q = db().query(QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2").arg(QLatin1String(taula)));
+            q.exec();
+            while (q.next()) {
+                const int n = q.raw().record().count();
+                for (int i = 0; i < n; ++i)
+                    out += q.value(i).toString() + (q.value(i).isNull() ? QStringLiteral("<null>") : QString()) + QLatin1Char('|');
+                out += QLatin1Char('\n');
+            }
+        }
+        return out;
+    }
+
+    // The texts of the messages shown since the last call, of one kind ("informa", "pregunta",
+    // "error"; empty for all), and forget them.
+    QStringList missatges(const QString &tipus = QString())
+    {
+        QStringList out;
+        for (const auto &c : io.crides)
+            if (tipus.isEmpty() || c.tipus == tipus)
+                out << c.text;
+        io.crides.clear();
+        return out;
+    }
+
+    qint64 compte(const QString &sql, const QVariantList &valors = {}) { return dades_prova::valor(db(), sql, valors); }
+
+    QString text(const QString &sql, const QVariantList &valors = {})
+    {
+        Query q = db().query(sql);
+        for (const QVariant &v : valors)
+            q.bind(v);
+        q.exec();
+        return q.next() ? (q.isNull(q.raw().record().fieldName(0)) ? QStringLiteral("<null>") : q.text(0)) : QStringLiteral("<cap>");
+    }
+};
