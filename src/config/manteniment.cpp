@@ -1,0 +1,104 @@
+#include "manteniment.h"
+
+#include "core/db.h"
+#include "core/formats.h"
+#include "core/interaccio.h"
+#include "core/sessio.h"
+#include "core/traduccio.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <stdexcept>
+
+namespace manteniment {
+
+QString nomCopiaDatada(const QString &baseDades, const QDateTime &moment)
+{
+    const QFileInfo fi(baseDades);
+    const QString suffix = fi.suffix();
+    QString base = fi.absoluteFilePath();
+    if (!suffix.isEmpty())
+        base.chop(suffix.size() + 1);
+    const QString segell = moment.toString(QStringLiteral("yyyyMMddHHmmss"));
+    return suffix.isEmpty() ? base + segell : base + segell + QLatin1Char('.') + suffix;
+}
+
+QString fitxerCompactacio(const QString &baseDades)
+{
+    return QFileInfo(baseDades).absoluteDir().filePath(QStringLiteral("BDcompact.db"));
+}
+
+ResultatPurga Purga_BD(Sessio &sessio, const QString &dataText, Interaccio &ui, const QDateTime &ara)
+{
+    ResultatPurga r;
+    const QDate fins = format::llegeixData(dataText.trimmed());
+    if (!fins.isValid()) {
+        ui.informa(QStringLiteral("Quadrella"), Tradueix("Data incorrecta"));
+        return r;
+    }
+    if (!ui.pregunta(Tradueix("ESBORRAT DE FEINES"),
+                     Tradueix("Vols esborrar les feines fins al") + QLatin1Char(' ') + dataText + QLatin1Char('?')))
+        return r;
+
+    Db &db = sessio.db();
+    r.copia = nomCopiaDatada(db.path(), ara);
+    copia_segura::copiaVerificada(db, r.copia + QStringLiteral(".part"), r.copia);
+
+    // Vouchers first: they point at the jobs that go. A job's service lines go with it.
+    Transaction t(db);
+    Query xecs = db.query(QStringLiteral(
+        "DELETE FROM Xecs WHERE feines_id IN (SELECT feines_id FROM Feines WHERE feines_data <= ?)"));
+    xecs.bind(fins).exec();
+    r.xecs = xecs.rowsAffected();
+    Query feines = db.query(QStringLiteral("DELETE FROM Feines WHERE feines_data <= ?"));
+    feines.bind(fins).exec();
+    r.feines = feines.rowsAffected();
+    t.commit();
+    r.fet = true;
+
+    ui.informa(QStringLiteral("Quadrella"), QString::number(r.feines) + Tradueix(" feines esborrades."));
+    sessio.RefrescarAgenda = true;
+    sessio.RefrescarFacturacio = true;
+    sessio.CompactarBD = true;
+    return r;
+}
+
+ResultatCompactacio compactaBaseDades(const QString &fitxer, const copia_segura::Observador &observador)
+{
+    const QFileInfo fi(fitxer);
+    if (!fi.isFile())
+        throw std::runtime_error(QStringLiteral("No existeix la base de dades %1").arg(fitxer).toStdString());
+    ResultatCompactacio r;
+    r.midaAbans = fi.size();
+    const QString temporal = fitxerCompactacio(fitxer);
+    {
+        Db db;
+        db.open(fitxer);
+        // Everything in the write-ahead log goes into the main file first, so that the snapshot
+        // and the file it replaces agree.
+        db.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+        copia_segura::escriuInstantania(db, temporal);
+        try {
+            if (observador)
+                observador(copia_segura::Etapa::Escrita, temporal);
+        } catch (...) {
+            QFile::remove(temporal);
+            throw;
+        }
+        db.close();
+    }
+    // A log left behind means another connection still writes to the file: replacing the file
+    // under it would pair the new file with the old log.
+    const QFileInfo wal(fitxer + QStringLiteral("-wal"));
+    if (wal.exists() && wal.size() > 0) {
+        QFile::remove(temporal);
+        throw std::runtime_error(
+            QStringLiteral("La base de dades %1 és oberta per un altre programa").arg(fitxer).toStdString());
+    }
+    copia_segura::instal_la(temporal, fitxer, observador);
+    r.midaDespres = QFileInfo(fitxer).size();
+    return r;
+}
+
+} // namespace manteniment

@@ -1,0 +1,12 @@
+#include "pagines_principals.h"
+
+#include "frm_main.h"
+
+void creaPagines(frmMain &finestra)
+{
+    // Each business page goes into its tab here, e.g.
+    //   finestra.posaPagina(frmMain::Agenda, new AgendaPage(finestra.sessio(), finestra.interaccio()));
+    // A page that implements PaginaPrincipal is rebuilt through it; until a page is plugged, its
+    // tab shows a placeholder.
+    Q_UNUSED(finestra);
+}
