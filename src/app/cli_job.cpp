@@ -8,6 +8,8 @@
 #include "jobs/feina_json.h"
 #include "jobs/motor_feines.h"
 
+#include <optional>
+
 namespace {
 
 void escriuFeina(ContextComanda &ctx, const Feina &f)
@@ -64,15 +66,23 @@ int afegeix(ContextComanda &ctx, Arguments &args)
 int modifica(ContextComanda &ctx, Arguments &args)
 {
     const int id = identificador(args);
-    QString data, inici, fi, recurs, dataFactura, notes;
-    const bool teData = args.option(QStringLiteral("--date"), &data);
-    const bool teInici = args.option(QStringLiteral("--start"), &inici);
-    const bool teFi = args.option(QStringLiteral("--end"), &fi);
-    const bool teRecurs = args.option(QStringLiteral("--resource"), &recurs);
+    QString text;
+    std::optional<QDate> data, dataFactura;
+    std::optional<QString> inici, fi, recurs, notes;
+    if (args.option(QStringLiteral("--date"), &text))
+        data = Arguments::date(text, QStringLiteral("--date"));
+    if (args.option(QStringLiteral("--start"), &text))
+        inici = Arguments::time(text, QStringLiteral("--start"));
+    if (args.option(QStringLiteral("--end"), &text)) // "" asks for the end to be worked out again
+        fi = text.isEmpty() ? QString() : Arguments::time(text, QStringLiteral("--end"));
+    if (args.option(QStringLiteral("--resource"), &text))
+        recurs = text;
     const bool feta = args.flag(QStringLiteral("--done"));
     const bool noFeta = args.flag(QStringLiteral("--not-done"));
-    const bool teDataFactura = args.option(QStringLiteral("--invoice-date"), &dataFactura);
-    const bool teNotes = args.option(QStringLiteral("--notes"), &notes);
+    if (args.option(QStringLiteral("--invoice-date"), &text))
+        dataFactura = text.isEmpty() ? QDate() : Arguments::date(text, QStringLiteral("--invoice-date"));
+    if (args.option(QStringLiteral("--notes"), &text))
+        notes = text;
     args.finish();
     if (feta && noFeta)
         throw ErrorUs(QStringLiteral("--done i --not-done s'exclouen"));
@@ -82,20 +92,14 @@ int modifica(ContextComanda &ctx, Arguments &args)
     f.feines_id = id;
     // A job that does not exist is left for the engine to refuse in its own words.
     if (carregaFeina(s.db(), id, f)) {
-        if (teData)
-            f.feines_data = Arguments::date(data, QStringLiteral("--date"));
-        if (teInici)
-            f.feines_hora_inici = Arguments::time(inici, QStringLiteral("--start"));
-        if (teFi)
-            f.feines_hora_fi = fi.isEmpty() ? QString() : Arguments::time(fi, QStringLiteral("--end"));
-        if (teRecurs)
-            f.recursos_nom = recurs;
+        f.feines_data = data.value_or(f.feines_data);
+        f.feines_hora_inici = inici.value_or(f.feines_hora_inici);
+        f.feines_hora_fi = fi.value_or(f.feines_hora_fi);
+        f.recursos_nom = recurs.value_or(f.recursos_nom);
         if (feta || noFeta)
             f.feines_feta = feta;
-        if (teDataFactura)
-            f.feines_data_factura = dataFactura.isEmpty() ? QDate() : Arguments::date(dataFactura, QStringLiteral("--invoice-date"));
-        if (teNotes)
-            f.feines_observacions = notes;
+        f.feines_data_factura = dataFactura.value_or(f.feines_data_factura);
+        f.feines_observacions = notes.value_or(f.feines_observacions);
     }
     MotorFeines motor(s.db(), s.cfg());
     motor.Modifica_Feina(f);
