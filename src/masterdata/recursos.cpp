@@ -56,7 +56,8 @@ QStringList GestioRecursos::individus(const QString &excepte)
 {
     QStringList out;
     Query q = m_sessio.db().prepared(QStringLiteral(
-        "SELECT recursos_nom FROM Recursos WHERE recursos_grup = 0 AND recursos_nom <> ? ORDER BY recursos_nom"));
+        "SELECT recursos_nom FROM Recursos WHERE recursos_grup = 0 AND recursos_nom <> COALESCE(?, '') "
+        "ORDER BY recursos_nom"));
     q.bind(excepte).exec();
     while (q.next())
         out << q.text(0);
@@ -137,7 +138,7 @@ bool GestioRecursos::colorEnUs(qint32 color, const QString &excepte)
     if (coloursReservats(m_sessio.cfg()).contains(color))
         return true;
     Query q = m_sessio.db().prepared(
-        QStringLiteral("SELECT 1 FROM Recursos WHERE recursos_color = ? AND recursos_nom <> ? LIMIT 1"));
+        QStringLiteral("SELECT 1 FROM Recursos WHERE recursos_color = ? AND recursos_nom <> COALESCE(?, '') LIMIT 1"));
     q.bind(color).bind(excepte).exec();
     return q.next();
 }
