@@ -1,5 +1,6 @@
 #include "hores_extres.h"
 
+#include "agenda_model.h"
 #include "core/configuracio.h"
 #include "core/db.h"
 #include "core/formats.h"
@@ -54,6 +55,27 @@ double Calcula_Hores_Extres(const QList<FranjaHores> &franges, const Configuraci
     const bool capDeSetmana = (cfg.DissabtesExtra && dow == Qt::Saturday) || (cfg.DiumengesExtra && dow == Qt::Sunday);
     const double resultat = capDeSetmana ? hores : hores - cfg.HoresDia;
     return resultat < 0.0 ? 0.0 : resultat;
+}
+
+double Calcula_Hores_Extres(const ModelAgenda &model, int columna, const Configuracio &cfg, const QDate &dia)
+{
+    QList<FranjaHores> franges;
+    if (columna >= 1 && columna < model.columnes()) {
+        for (int r = 1; r < model.files(); ++r)
+            franges.append({model.horaFila(r), !model.text(r, columna).isEmpty()});
+    }
+    return Calcula_Hores_Extres(franges, cfg, dia);
+}
+
+int columnaRecurs(const ModelAgenda &model, const QString &recurs)
+{
+    if (recurs.isEmpty())
+        return 0;
+    for (int c = 1; c < model.columnes(); ++c) {
+        if (model.columnaUsada(c) && model.recursColumna(c).compare(recurs, Qt::CaseInsensitive) == 0)
+            return c;
+    }
+    return 0;
 }
 
 int Borra_hores_extres_erronies(Db &db, int mes, int any)

@@ -8,6 +8,7 @@
 #include <QString>
 
 class Db;
+class ModelAgenda;
 struct Configuracio;
 
 // One slot of a worker's agenda column: its label ("hh:mm") and whether a job occupies it.
@@ -27,6 +28,12 @@ double Hores_Fetes(Db &db, const QString &recurs, const QDate &dia);
 // those of the lunch break. A Saturday or Sunday marked as extra counts every hour; any other day
 // counts what passes HoresDia. Never negative.
 double Calcula_Hores_Extres(const QList<FranjaHores> &franges, const Configuracio &cfg, const QDate &dia);
+
+// The proposal for the worker of a day-view column of the agenda, from the slots its jobs take.
+double Calcula_Hores_Extres(const ModelAgenda &model, int columna, const Configuracio &cfg, const QDate &dia);
+// The first day-view column opened for a worker (names compare without regard to case); 0 when
+// the worker has no job that day.
+int columnaRecurs(const ModelAgenda &model, const QString &recurs);
 
 // Deletes the month's overtime entries of workers who have no job that day, directly or through a
 // group. `mes` is "mm/aaaa". Returns the number of rows deleted, or -1 when the month is not valid.

@@ -1,6 +1,8 @@
 // Overtime: the proposal in both counting modes with the lunch break and the weekend rules,
 // storing (twice, zero, non-numbers), and the month's clean-up of entries no job justifies.
+#include "agenda/agenda_model.h"
 #include "agenda/hores_extres.h"
+#include "agenda/hores_extres_editor.h"
 #include "core/formats.h"
 #include "support/entorn_proves.h"
 
@@ -109,6 +111,122 @@ private slots:
         // The same day counted by slots gives less.
         cfg.CalculxHores = true;
         QCOMPARE(Calcula_Hores_Extres(dia({"09:00-11:00", "14:00-15:00"}), cfg, kDissabte), 3.0);
+    }
+
+    // The proposal read from the day view of the agenda: each worker's first column, a group's
+    // job in each member's column, a worker with no job that day.
+    void proposalFromTheAgenda()
+    {
+        BaseProva b;
+        Db &db = b.db;
+        dades_prova::recurs(db, QStringLiteral("Marta"), 1);
+        dades_prova::recurs(db, QStringLiteral("Oriol"), 2);
+        dades_prova::grup(db, QStringLiteral("Equip"), 3, {QStringLiteral("Marta"), QStringLiteral("Oriol")});
+        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
+        dades_prova::lloc(db, QStringLiteral("Escala"), 60);
+        dades_prova::feina(db, QStringLiteral("Oficina"), kDissabte, QStringLiteral("08:00"), QStringLiteral("12:00"), QStringLiteral("Marta"));
+        // Overlaps Marta's own job: drawn in a second Marta column, which the proposal ignores.
+        dades_prova::feina(db, QStringLiteral("Escala"), kDissabte, QStringLiteral("11:00"), QStringLiteral("13:00"), QStringLiteral("Equip"));
+        dades_prova::feina(db, QStringLiteral("Escala"), kDissabte, QStringLiteral("16:00"), QStringLiteral("16:10"), QStringLiteral("Marta"));
+
+        ModelAgenda model(db, b.cfg);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Dia, kDissabte, b.cfg.PrimerDiaSetmana));
+        const int marta = columnaRecurs(model, QStringLiteral("MARTA"));
+        const int oriol = columnaRecurs(model, QStringLiteral("Oriol"));
+        QVERIFY(marta > 0 && oriol > 0 && marta != oriol);
+        QCOMPARE(model.recursColumna(marta), QStringLiteral("Marta"));
+        QCOMPARE(columnaRecurs(model, QStringLiteral("Equip")), 0);
+        QCOMPARE(columnaRecurs(model, QString()), 0);
+
+        // Marta's first column: 08:00-12:00 and 16:00-16:30 (a short job takes its slot).
+        QCOMPARE(Calcula_Hores_Extres(model, marta, b.cfg, kDissabte), 4.5);
+        QCOMPARE(Calcula_Hores_Extres(model, oriol, b.cfg, kDissabte), 2.0);
+        b.cfg.CalculxHores = false; // 12:00-13:30 and 15:00-16:00 between the jobs count too
+        QCOMPARE(Calcula_Hores_Extres(model, marta, b.cfg, kDissabte), 7.0);
+        QCOMPARE(Calcula_Hores_Extres(model, 0, b.cfg, kDissabte), 0.0);
+        QCOMPARE(Calcula_Hores_Extres(model, model.columnes(), b.cfg, kDissabte), 0.0);
+    }
+
+    // When the overtime editor may open, what it opens with, and what a commit stores.
+    void overtimeEditorOpensAndCommits()
+    {
+        BaseProva b;
+        Db &db = b.db;
+        dades_prova::recurs(db, QStringLiteral("Marta"), 1, true);
+        dades_prova::recurs(db, QStringLiteral("Pere"), 2, false);
+        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
+        dades_prova::lloc(db, QStringLiteral("Escala"), 60);
+        dades_prova::feina(db, QStringLiteral("Oficina"), kDimecres, QStringLiteral("08:00"), QStringLiteral("12:00"), QStringLiteral("Marta"));
+        dades_prova::feina(db, QStringLiteral("Escala"), kDimecres, QStringLiteral("15:00"), QStringLiteral("19:30"), QStringLiteral("Marta"));
+        dades_prova::feina(db, QStringLiteral("Escala"), kDimecres, QStringLiteral("08:00"), QStringLiteral("09:00"), QStringLiteral("Pere"));
+        dades_prova::feina(db, QStringLiteral("Oficina"), kDimecres, QStringLiteral("13:00"), QStringLiteral("14:00"));
+
+        ModelAgenda model(db, b.cfg);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Dia, kDimecres, b.cfg.PrimerDiaSetmana));
+        const int marta = columnaRecurs(model, QStringLiteral("Marta"));
+        const int pere = columnaRecurs(model, QStringLiteral("Pere"));
+        int senseRecurs = 0, buida = 0;
+        for (int c = 1; c < model.columnes(); ++c) {
+            if (model.text(0, c) == b.cfg.TexteNoAsignada)
+                senseRecurs = c;
+            else if (!model.columnaUsada(c) && !buida)
+                buida = c;
+        }
+        QVERIFY(marta && pere && senseRecurs && buida);
+
+        EditorHores ed(db, b.cfg, model);
+        // The unassigned column and an unused one never open; a worker whose time does not count
+        // opens with Enter but not with a click.
+        for (bool clic : {true, false}) {
+            QVERIFY(!ed.potObrir(senseRecurs, clic));
+            QVERIFY(!ed.potObrir(buida, clic));
+            QVERIFY(!ed.potObrir(0, clic));
+            QVERIFY(ed.potObrir(marta, clic));
+        }
+        QVERIFY(!ed.obre(pere, true));
+        QVERIFY(!ed.visible());
+        QVERIFY(ed.potObrir(pere, false));
+        QCOMPARE(ed.confirma(), QString()); // hidden: nothing to commit
+        QCOMPARE(files(db), 0);
+
+        // Opened on the proposal, selected; the user's value is stored for the column's worker.
+        QVERIFY(ed.obre(marta, true));
+        QVERIFY(ed.visible());
+        QVERIFY(ed.seleccionat());
+        QCOMPARE(ed.text(), QStringLiteral("0,50"));
+        ed.setText(QStringLiteral("1,5"));
+        QCOMPARE(ed.confirma(), QStringLiteral("1,50"));
+        QVERIFY(!ed.visible());
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
+
+        // Opened by a typed digit: the digit starts the value; Escape stores nothing.
+        QVERIFY(ed.obre(marta, false, QStringLiteral("2")));
+        QVERIFY(!ed.seleccionat());
+        QCOMPARE(ed.text(), QStringLiteral("2"));
+        ed.cancela();
+        QVERIFY(!ed.visible());
+        QCOMPARE(ed.confirma(), QString());
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
+
+        // Enter opens on the proposal too (the blank and control keys are no typing).
+        QVERIFY(ed.obre(pere, false, QStringLiteral("\r")));
+        QCOMPARE(ed.text(), QStringLiteral("0,00"));
+        ed.setText(QStringLiteral("0,75"));
+        QCOMPARE(ed.confirma(), QStringLiteral("0,75"));
+        QCOMPARE(files(db), 2);
+
+        // A non-number commits as 0,00 and removes the day's row.
+        QVERIFY(ed.obre(marta, true));
+        ed.setText(QStringLiteral("una mica"));
+        QCOMPARE(ed.confirma(), QStringLiteral("0,00"));
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 0.0);
+        QCOMPARE(files(db), 1);
+
+        // Outside the day view there is no overtime row.
+        ModelAgenda setmana(db, b.cfg);
+        setmana.Construeix_Agenda(EstatAgenda(VistaAgenda::Setmana, kDimecres, b.cfg.PrimerDiaSetmana));
+        EditorHores ed2(db, b.cfg, setmana);
+        QVERIFY(!ed2.obre(1, false));
     }
 
     // One row per worker and day; 0 removes it; names compare without regard to case.
