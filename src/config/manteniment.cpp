@@ -88,10 +88,9 @@ ResultatCompactacio compactaBaseDades(const QString &fitxer, const copia_segura:
         }
         db.close();
     }
-    // A log left behind means another connection still writes to the file: replacing the file
-    // under it would pair the new file with the old log.
-    const QFileInfo wal(fitxer + QStringLiteral("-wal"));
-    if (wal.exists() && wal.size() > 0) {
+    // The last connection to close removes the write-ahead log; one left behind means another
+    // connection still has the file open, and replacing the file under it would lose its writes.
+    if (QFileInfo::exists(fitxer + QStringLiteral("-wal"))) {
         QFile::remove(temporal);
         throw std::runtime_error(
             QStringLiteral("La base de dades %1 és oberta per un altre programa").arg(fitxer).toStdString());

@@ -1,0 +1,239 @@
+// The purge with its dated backup, and the compaction that must never lose the database file.
+#include "config/copia_segura.h"
+#include "config/manteniment.h"
+#include "support/entorn_proves.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace manteniment;
+
+namespace {
+
+struct Interrupcio {};
+
+qint64 compta(const QString &fitxer, const QString &sql)
+{
+    Db db;
+    db.open(fitxer);
+    return dades_prova::valor(db, sql);
+}
+
+// A place with jobs on both sides of 31/12/2008, vouchers, service lines, overtime and payments.
+struct DadesPurga {
+    int abans = 0, limit = 0, despres = 0;
+};
+
+DadesPurga omple(Db &db)
+{
+    dades_prova::recurs(db, "Marta", 255);
+    dades_prova::client(db, "Comunitat");
+    dades_prova::servei(db, "Neteja", 60, false, 6.25, "Hores");
+    dades_prova::lloc(db, "Escala", 60, "Marta", "Comunitat");
+    DadesPurga d;
+    d.abans = dades_prova::feina(db, "Escala", QDate(2008, 6, 1), "09:00", "10:00", "Marta", true);
+    d.limit = dades_prova::feina(db, "Escala", QDate(2008, 12, 31), "09:00", "10:00", "Marta");
+    d.despres = dades_prova::feina(db, "Escala", QDate(2009, 1, 1), "09:00", "10:00", "Marta");
+    for (int id : {d.abans, d.limit, d.despres})
+        db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat) VALUES (?, 'Neteja', 1)")
+            .bind(id).exec();
+    dades_prova::xec(db, 1, "Comunitat", d.abans, QDate(2008, 6, 30));
+    dades_prova::xec(db, 2, "Comunitat", d.limit, QDate());
+    dades_prova::xec(db, 3, "Comunitat", d.despres, QDate());
+    dades_prova::xec(db, 4, "Comunitat", 0, QDate()); // not used yet
+    db.exec("INSERT INTO Hores_Fetes (recursos_nom, hores_data, hores_quantitat) VALUES ('Marta', '2008-06-01', 1.5)");
+    db.exec("INSERT INTO Pagaments (clients_nom, pagaments_mes, pagaments_import) VALUES ('Comunitat', '06/2008', 100)");
+    return d;
+}
+
+} // namespace
+
+class TestManteniment : public QObject {
+    Q_OBJECT
+
+private slots:
+    void backupNameCarriesTheMomentBeforeTheExtension()
+    {
+        const QDateTime moment(QDate(2009, 3, 12), QTime(13, 45, 2));
+        QCOMPARE(nomCopiaDatada("/dades/Quadrella.db", moment), QString("/dades/Quadrella20090312134502.db"));
+        QCOMPARE(nomCopiaDatada("/dades/v1.2/QuadrellaV01.db", moment), QString("/dades/v1.2/QuadrellaV0120090312134502.db"));
+        QCOMPARE(nomCopiaDatada("/dades/Quadrella", moment), QString("/dades/Quadrella20090312134502"));
+        QCOMPARE(fitxerCompactacio("/altres/empresa.db"), QString("/altres/BDcompact.db"));
+    }
+
+    void purgeDeletesOldJobsAndTheirVouchersAfterABackup()
+    {
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        const DadesPurga d = omple(s->db());
+        InteraccioGuio ui;
+        ui.respostes = {true};
+        const QDateTime ara(QDate(2009, 3, 12), QTime(13, 45, 2));
+
+        const ResultatPurga r = Purga_BD(*s, "31/12/2008", ui, ara);
+
+        QVERIFY(r.fet);
+        QCOMPARE(r.feines, 2);
+        QCOMPARE(r.xecs, 2);
+        Db &db = s->db();
+        QCOMPARE(dades_prova::valor(db, "SELECT group_concat(feines_id) FROM Feines"), qint64(d.despres));
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Xecs WHERE xecs_id IN (3, 4)"), qint64(2));
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Xecs"), qint64(2));
+        // Service lines go with their jobs; overtime and payments of the period stay.
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Feines_Detall"), qint64(1));
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Hores_Fetes"), qint64(1));
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Pagaments"), qint64(1));
+
+        // The backup holds the state before the purge, beside the database.
+        QCOMPARE(r.copia, QFileInfo(s->cfg().BaseDades).absolutePath() + "/QuadrellaV0120090312134502.db");
+        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Feines"), qint64(3));
+        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Xecs"), qint64(4));
+        QVERIFY(!QFileInfo::exists(r.copia + ".part"));
+
+        QCOMPARE(ui.crides.size(), 2);
+        QCOMPARE(ui.crides[0].tipus, QString("pregunta"));
+        QCOMPARE(ui.crides[0].titol, QString("ESBORRAT DE FEINES"));
+        QCOMPARE(ui.crides[0].text, QString("Vols esborrar les feines fins al 31/12/2008?"));
+        QCOMPARE(ui.crides[1].text, QString("2 feines esborrades."));
+        QVERIFY(s->RefrescarAgenda && s->RefrescarFacturacio && s->CompactarBD);
+    }
+
+    void purgeRefusedOrDeclinedTouchesNothing()
+    {
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        omple(s->db());
+        const QString carpeta = QFileInfo(s->cfg().BaseDades).absolutePath();
+        const QStringList fitxersAbans = QDir(carpeta).entryList(QDir::Files);
+
+        InteraccioGuio dataDolenta;
+        QVERIFY(!Purga_BD(*s, "31/13/2008", dataDolenta).fet);
+        QCOMPARE(dataDolenta.crides.size(), 1);
+        QCOMPARE(dataDolenta.crides[0].text, QString("Data incorrecta"));
+
+        InteraccioGuio diuNo;
+        diuNo.respostes = {false};
+        QVERIFY(!Purga_BD(*s, "31/12/2008", diuNo).fet);
+        QCOMPARE(diuNo.crides.size(), 1);
+
+        QCOMPARE(dades_prova::valor(s->db(), "SELECT count(*) FROM Feines"), qint64(3));
+        QCOMPARE(QDir(carpeta).entryList(QDir::Files), fitxersAbans);
+        QVERIFY(!s->CompactarBD && !s->RefrescarAgenda);
+    }
+
+    void aSecondPurgeInTheSameSecondOverwritesTheBackup()
+    {
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        omple(s->db());
+        InteraccioGuio ui;
+        ui.respostes = {true, true};
+        const QDateTime ara(QDate(2009, 3, 12), QTime(13, 45, 2));
+        const ResultatPurga primera = Purga_BD(*s, "01/06/2008", ui, ara);
+        const ResultatPurga segona = Purga_BD(*s, "2008-12-31", ui, ara);
+        QCOMPARE(primera.copia, segona.copia);
+        QCOMPARE(primera.feines, 1);
+        QCOMPARE(segona.feines, 1);
+        // The copy now holds what the second purge started from.
+        QCOMPARE(compta(segona.copia, "SELECT count(*) FROM Feines"), qint64(2));
+    }
+
+    void compactionShrinksTheFileAndKeepsTheData()
+    {
+        BaseProva b;
+        dades_prova::client(b.db, "Client");
+        dades_prova::lloc(b.db, "Lloc", 30);
+        {
+            Transaction t(b.db);
+            for (int i = 0; i < 3000; ++i)
+                dades_prova::feina(b.db, "Lloc", QDate(2008, 1, 1).addDays(i % 365), "08:00", "08:30",
+                                   QString(), false);
+            t.commit();
+        }
+        b.db.exec("DELETE FROM Feines WHERE feines_id > 10");
+        b.db.close();
+        const ResultatCompactacio r = compactaBaseDades(b.fitxer());
+        QVERIFY2(r.midaDespres < r.midaAbans / 3, qPrintable(QString("%1 -> %2").arg(r.midaAbans).arg(r.midaDespres)));
+        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines"), qint64(10));
+        QCOMPARE(copia_segura::integritat(b.fitxer()), QString("ok"));
+        QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
+    }
+
+    void compactionInterruptedAtAnyStepLeavesTheDatabaseReadable_data()
+    {
+        QTest::addColumn<int>("etapa");
+        QTest::addColumn<bool>("corromp");
+        QTest::addColumn<bool>("compactada");
+        QTest::newRow("after the snapshot") << int(copia_segura::Etapa::Escrita) << false << false;
+        QTest::newRow("snapshot damaged before the check") << int(copia_segura::Etapa::Escrita) << true << false;
+        QTest::newRow("after the sync") << int(copia_segura::Etapa::Sincronitzada) << false << false;
+        QTest::newRow("after the check") << int(copia_segura::Etapa::Comprovada) << false << false;
+        QTest::newRow("after the rename") << int(copia_segura::Etapa::Instal_lada) << false << true;
+    }
+
+    void compactionInterruptedAtAnyStepLeavesTheDatabaseReadable()
+    {
+        QFETCH(int, etapa);
+        QFETCH(bool, corromp);
+        QFETCH(bool, compactada);
+        BaseProva b;
+        dades_prova::client(b.db, "L'Estel");
+        dades_prova::lloc(b.db, "Lloc", 30, QString(), "L'Estel");
+        dades_prova::feina(b.db, "Lloc", QDate(2009, 1, 1), "08:00", "08:30");
+        b.db.exec("CREATE TABLE Farciment (x BLOB)");
+        b.db.exec("INSERT INTO Farciment SELECT randomblob(4000) FROM (WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200) SELECT i FROM n)");
+        b.db.exec("DROP TABLE Farciment");
+        b.db.close();
+        const qint64 midaOriginal = QFileInfo(b.fitxer()).size();
+
+        bool interromput = false;
+        try {
+            compactaBaseDades(b.fitxer(), [&](copia_segura::Etapa e, const QString &fitxer) {
+                if (int(e) != etapa)
+                    return;
+                if (corromp) {
+                    // Half a file, as a full disk or a crash would leave it.
+                    QFile f(fitxer);
+                    QVERIFY(f.open(QIODevice::ReadWrite));
+                    QVERIFY(f.resize(f.size() / 2));
+                    f.write(QByteArray(512, 'x'));
+                    return;
+                }
+                throw Interrupcio{};
+            });
+        } catch (const Interrupcio &) {
+            interromput = true;
+        } catch (const std::runtime_error &e) {
+            QVERIFY(corromp);
+            QVERIFY2(QString::fromUtf8(e.what()).contains("no és correcta"), e.what());
+            interromput = true;
+        }
+        QVERIFY(interromput);
+        QCOMPARE(copia_segura::integritat(b.fitxer()), QString("ok"));
+        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines WHERE llocs_nom = 'Lloc'"), qint64(1));
+        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Clients WHERE clients_nom = 'l''estel'"), qint64(1));
+        QCOMPARE(QFileInfo(b.fitxer()).size() < midaOriginal, compactada);
+        QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
+    }
+
+    void compactionRefusesAFileAnotherConnectionHolds()
+    {
+        BaseProva b;
+        dades_prova::client(b.db, "Obert");
+        const qint64 mida = QFileInfo(b.fitxer()).size();
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, compactaBaseDades(b.fitxer()));
+        // The open connection still works on the same file.
+        dades_prova::client(b.db, "Després");
+        b.db.close();
+        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Clients"), qint64(2));
+        QVERIFY(QFileInfo(b.fitxer()).size() >= mida);
+        QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
+
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, compactaBaseDades(b.fitxer() + ".no"));
+        QVERIFY(!QFileInfo::exists(b.fitxer() + ".no"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestManteniment)
+#include "tst_manteniment.moc"
