@@ -1,0 +1,44 @@
+#pragma once
+// Text1: the text box laid over a cell of the overtime row (HoresGrid) to type a worker's overtime
+// of the day. It opens on a click or Enter (or a typed digit) on the row, starts with the proposal,
+// and stores what it holds when it loses the focus or the row's current cell moves away; Escape
+// drops it. The rules are EditorHores'; this only places the box and turns keys and focus into calls.
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+
+class EditorHores;
+class Interaccio;
+class QLineEdit;
+class QTableView;
+
+class EditorHoresWidget : public QObject {
+    Q_OBJECT
+public:
+    // `posaText` writes a committed value into the row's cell (column, text); by default it sets
+    // the cell's display text through the row's item model.
+    EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui,
+                      std::function<void(int, const QString &)> posaText = {});
+
+    QLineEdit *text1() const { return m_text1; }
+    // Opens the editor over the row's current cell; `teclejat` is the typed character, if any.
+    bool obre(bool perClic, const QString &teclejat = QString());
+    // Stores and hides the editor when it is shown.
+    void confirma();
+
+protected:
+    bool eventFilter(QObject *obj, QEvent *event) override;
+
+private:
+    void amaga();
+    void mouCapA(int col);
+    int columnaActual() const;
+
+    QPointer<QTableView> m_grid;
+    EditorHores &m_editor;
+    Interaccio &m_ui;
+    std::function<void(int, const QString &)> m_posaText;
+    QLineEdit *m_text1;
+    bool m_confirmant = false;
+};
