@@ -12,9 +12,10 @@
 #include <QLineEdit>
 #include <QTableView>
 
-EditorHoresWidget::EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui,
+EditorHoresWidget::EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui, int desplacament,
                                      std::function<void(int, const QString &)> posaText)
-    : QObject(horesGrid), m_grid(horesGrid), m_editor(editor), m_ui(ui), m_posaText(std::move(posaText))
+    : QObject(horesGrid), m_grid(horesGrid), m_editor(editor), m_ui(ui), m_desplacament(desplacament),
+      m_posaText(std::move(posaText))
 {
     m_text1 = new QLineEdit(horesGrid->viewport());
     m_text1->setObjectName(QStringLiteral("Text1"));
@@ -43,7 +44,9 @@ EditorHoresWidget::EditorHoresWidget(QTableView *horesGrid, EditorHores &editor,
 
 int EditorHoresWidget::columnaActual() const
 {
-    return m_grid ? m_grid->currentIndex().column() : -1;
+    if (!m_grid || !m_grid->currentIndex().isValid())
+        return -1;
+    return m_grid->currentIndex().column() + m_desplacament;
 }
 
 bool EditorHoresWidget::obre(bool perClic, const QString &teclejat)
@@ -53,7 +56,7 @@ bool EditorHoresWidget::obre(bool perClic, const QString &teclejat)
     const int col = columnaActual();
     if (!m_editor.obre(col, perClic, teclejat))
         return false;
-    const QModelIndex i = m_grid->model()->index(0, col);
+    const QModelIndex i = m_grid->model()->index(0, col - m_desplacament);
     m_text1->setGeometry(m_grid->visualRect(i));
     QFont f = m_text1->font();
     f.setPointSizeF(m_grid->font().pointSizeF());
@@ -77,7 +80,7 @@ void EditorHoresWidget::confirma()
     m_editor.setText(m_text1->text());
     try {
         const QString text = m_editor.confirma();
-        m_posaText(col, text);
+        m_posaText(col - m_desplacament, text);
     } catch (const DbError &e) {
         m_ui.error(QStringLiteral("ERROR"), QStringLiteral("Error:") + e.text());
     }
@@ -96,9 +99,10 @@ void EditorHoresWidget::amaga()
 
 void EditorHoresWidget::mouCapA(int col)
 {
-    if (!m_grid || !m_grid->model() || col < 0 || col >= m_grid->model()->columnCount())
+    const int c = col - m_desplacament;
+    if (!m_grid || !m_grid->model() || c < 0 || c >= m_grid->model()->columnCount())
         return;
-    m_grid->setCurrentIndex(m_grid->model()->index(0, col));
+    m_grid->setCurrentIndex(m_grid->model()->index(0, c));
 }
 
 bool EditorHoresWidget::eventFilter(QObject *obj, QEvent *event)
@@ -121,8 +125,7 @@ bool EditorHoresWidget::eventFilter(QObject *obj, QEvent *event)
                 if (m_grid)
                     m_grid->setFocus(Qt::OtherFocusReason);
                 confirma();
-                if (m_grid && m_grid->model() && col + 1 < m_grid->model()->columnCount())
-                    mouCapA(col + 1);
+                mouCapA(col + 1);
                 return true;
             case Qt::Key_Left:
                 confirma();

@@ -16,9 +16,11 @@ class QTableView;
 class EditorHoresWidget : public QObject {
     Q_OBJECT
 public:
-    // `posaText` writes a committed value into the row's cell (column, text); by default it sets
-    // the cell's display text through the row's item model.
-    EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui,
+    // `desplacament` is the agenda column of the row's first column (1 when the row's label sits in
+    // its vertical header, 0 when it is the row's own first cell). `posaText` writes a committed
+    // value into the row's cell (the row's column, text); by default it sets the cell's display
+    // text through the row's item model.
+    EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui, int desplacament = 0,
                       std::function<void(int, const QString &)> posaText = {});
 
     QLineEdit *text1() const { return m_text1; }
@@ -32,12 +34,14 @@ protected:
 
 private:
     void amaga();
+    // Columns are the agenda's; the row's own are shifted by m_desplacament.
     void mouCapA(int col);
     int columnaActual() const;
 
     QPointer<QTableView> m_grid;
     EditorHores &m_editor;
     Interaccio &m_ui;
+    int m_desplacament;
     std::function<void(int, const QString &)> m_posaText;
     QLineEdit *m_text1;
     bool m_confirmant = false;

@@ -39,9 +39,21 @@ struct Fila {
     }
 };
 
+// The row shows the agenda's body columns from its own column 0, its label in the vertical header,
+// as under the day view.
 QRect rect(QTableWidget &g, int col)
 {
-    return g.visualRect(g.model()->index(0, col));
+    return g.visualRect(g.model()->index(0, col - 1));
+}
+
+int actual(QTableWidget &g)
+{
+    return g.currentColumn() + 1;
+}
+
+QString textCella(QTableWidget &g, int col)
+{
+    return g.item(0, col - 1)->text();
 }
 
 } // namespace
@@ -56,14 +68,15 @@ private slots:
         QVERIFY(f.marta > 0 && f.pere > 0);
         QWidget finestra;
         auto *lay = new QVBoxLayout(&finestra);
-        auto *grid = new QTableWidget(1, f.model.columnes());
+        auto *grid = new QTableWidget(1, f.model.columnes() - 1);
+        grid->setVerticalHeaderLabels({f.model.textHores(0)});
         auto *altre = new QLineEdit;
         lay->addWidget(grid);
         lay->addWidget(altre);
-        for (int c = 0; c < f.model.columnes(); ++c)
-            grid->setItem(0, c, new QTableWidgetItem(f.model.textHores(c)));
+        for (int c = 1; c < f.model.columnes(); ++c)
+            grid->setItem(0, c - 1, new QTableWidgetItem(f.model.textHores(c)));
         EditorHores ed(f.b.db, f.b.cfg, f.model);
-        EditorHoresWidget w(grid, ed, f.ui);
+        EditorHoresWidget w(grid, ed, f.ui, 1);
         finestra.resize(900, 200);
         finestra.show();
         QVERIFY(QTest::qWaitForWindowExposed(&finestra));
@@ -80,13 +93,13 @@ private slots:
         QTest::keyClicks(text1, QStringLiteral("1,5"));
         QTest::keyClick(text1, Qt::Key_Return);
         QVERIFY(!text1->isVisible());
-        QCOMPARE(grid->item(0, f.marta)->text(), QStringLiteral("1,50"));
+        QCOMPARE(textCella(*grid, f.marta), QStringLiteral("1,50"));
         QCOMPARE(Hores_Fetes(f.b.db, QStringLiteral("Marta"), kDimecres), 1.5);
-        QCOMPARE(grid->currentColumn(), f.marta + 1);
+        QCOMPARE(actual(*grid), f.marta + 1);
 
         // Pere's time does not count: a click does nothing, Enter opens.
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, rect(*grid, f.pere).center());
-        QCOMPARE(grid->currentColumn(), f.pere);
+        QCOMPARE(actual(*grid), f.pere);
         QVERIFY(!text1->isVisible());
         QTest::keyClick(grid, Qt::Key_Return);
         QVERIFY(text1->isVisible());
@@ -95,10 +108,10 @@ private slots:
         QTest::keyClicks(text1, QStringLiteral("9"));
         QTest::keyClick(text1, Qt::Key_Escape);
         QVERIFY(!text1->isVisible());
-        QCOMPARE(grid->currentColumn(), f.pere);
+        QCOMPARE(actual(*grid), f.pere);
         QVERIFY(grid->hasFocus());
         QCOMPARE(Hores_Fetes(f.b.db, QStringLiteral("Pere"), kDimecres), 0.0);
-        QCOMPARE(grid->item(0, f.pere)->text(), f.model.textHores(f.pere));
+        QCOMPARE(textCella(*grid, f.pere), f.model.textHores(f.pere));
 
         // A digit typed on the row starts the value with the caret after it; Left stores.
         QTest::keyClick(grid, '2');
@@ -109,40 +122,40 @@ private slots:
         QTest::keyClick(text1, Qt::Key_Left);
         QVERIFY(!text1->isVisible());
         QCOMPARE(Hores_Fetes(f.b.db, QStringLiteral("Pere"), kDimecres), 2.25);
-        QCOMPARE(grid->item(0, f.pere)->text(), QStringLiteral("2,25"));
-        QCOMPARE(grid->currentColumn(), f.pere > 1 ? f.pere - 1 : f.pere);
+        QCOMPARE(textCella(*grid, f.pere), QStringLiteral("2,25"));
+        QCOMPARE(actual(*grid), f.pere > 1 ? f.pere - 1 : f.pere);
 
         // Right stores and moves on, like Enter.
-        grid->setCurrentCell(0, f.marta);
+        grid->setCurrentCell(0, f.marta - 1);
         QTest::keyClick(grid, Qt::Key_Return);
         QTest::keyClicks(text1, QStringLiteral("4"));
         QTest::keyClick(text1, Qt::Key_Right);
         QVERIFY(!text1->isVisible());
-        QCOMPARE(grid->item(0, f.marta)->text(), QStringLiteral("4,00"));
-        QCOMPARE(grid->currentColumn(), f.marta + 1);
+        QCOMPARE(textCella(*grid, f.marta), QStringLiteral("4,00"));
+        QCOMPARE(actual(*grid), f.marta + 1);
 
         // Moving the row's current cell stores, in the column the editor was opened on.
-        grid->setCurrentCell(0, f.marta);
+        grid->setCurrentCell(0, f.marta - 1);
         QTest::keyClick(grid, Qt::Key_Return);
         QTest::keyClicks(text1, QStringLiteral("3"));
-        grid->setCurrentCell(0, f.pere);
+        grid->setCurrentCell(0, f.pere - 1);
         QVERIFY(!text1->isVisible());
-        QCOMPARE(grid->currentColumn(), f.pere);
-        QCOMPARE(grid->item(0, f.marta)->text(), QStringLiteral("3,00"));
-        QCOMPARE(grid->item(0, f.pere)->text(), QStringLiteral("2,25"));
+        QCOMPARE(actual(*grid), f.pere);
+        QCOMPARE(textCella(*grid, f.marta), QStringLiteral("3,00"));
+        QCOMPARE(textCella(*grid, f.pere), QStringLiteral("2,25"));
 
         // Losing the focus stores; a non-number removes the row.
-        grid->setCurrentCell(0, f.marta);
+        grid->setCurrentCell(0, f.marta - 1);
         QTest::keyClick(grid, Qt::Key_Return);
         QTest::keyClicks(text1, QStringLiteral("res"));
         altre->setFocus();
         QTRY_VERIFY(!text1->isVisible());
-        QCOMPARE(grid->item(0, f.marta)->text(), QStringLiteral("0,00"));
+        QCOMPARE(textCella(*grid, f.marta), QStringLiteral("0,00"));
         QCOMPARE(Hores_Fetes(f.b.db, QStringLiteral("Marta"), kDimecres), 0.0);
         QVERIFY(f.ui.crides.isEmpty());
 
         // The unassigned and empty columns never open.
-        grid->setCurrentCell(0, f.model.columnes() - 1);
+        grid->setCurrentCell(0, f.model.columnes() - 2); // the last agenda column, unused
         QTest::keyClick(grid, Qt::Key_Return);
         QVERIFY(!text1->isVisible());
     }
