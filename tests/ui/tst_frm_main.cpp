@@ -1,0 +1,442 @@
+// The main window's frame: lazy rebuilds on tab changes, F2, the status bar, translated captions,
+// the voucher rule, the window position, the credits, the message window and the shut-down order.
+#include "config/configuracio_dialog.h"
+#include "core/db.h"
+#include "core/formats.h"
+#include "core/ini.h"
+#include "support/entorn_proves.h"
+#include "ui/frm_main.h"
+#include "ui/frm_missatges.h"
+#include "ui/guio_usuari.h"
+#include "ui/logo_quadrella.h"
+#include "ui/pagina_principal.h"
+#include "ui/producte.h"
+
+#include <QCheckBox>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+class PaginaComptadora : public QWidget, public PaginaPrincipal {
+public:
+    int reconstruccions = 0;
+    int configuracions = 0;
+    bool xecs = true;
+    QString servei;
+    bool falla = false;
+
+    void reconstrueix() override
+    {
+        ++reconstruccions;
+        if (falla)
+            throw DbError("disc ple");
+    }
+    void configuraXecs(bool actius, const QString &s) override
+    {
+        ++configuracions;
+        xecs = actius;
+        servei = s;
+    }
+};
+
+class Navegador : public QObject {
+    Q_OBJECT
+public:
+    QList<QUrl> obertes;
+public slots:
+    void obre(const QUrl &url) { obertes << url; }
+};
+
+// Records the order in which windows get their close event.
+class OrdreTancament : public QObject {
+public:
+    QStringList ordre;
+    bool eventFilter(QObject *o, QEvent *e) override
+    {
+        if (e->type() == QEvent::Close)
+            ordre << o->objectName();
+        return false;
+    }
+};
+
+void clicaPestanya(frmMain &w, int i)
+{
+    QTabBar *barra = w.Pestanyes->tabBar();
+    QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(i).center());
+}
+
+QByteArray contingut(const QString &fitxer)
+{
+    QFile f(fitxer);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestFrmMain : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_settings;
+    std::unique_ptr<DirectoriProva> m_dir;
+    std::unique_ptr<Sessio> m_sessio;
+    InteraccioGuio m_ui;
+
+    std::unique_ptr<frmMain> obre(const QMap<QString, QString> &parametres = {})
+    {
+        m_dir = std::make_unique<DirectoriProva>();
+        m_dir->posaParametre("PrimeraExecucio", "0");
+        m_dir->posaParametre("UltimDiaGen", "28/02/2009", "Estat");
+        for (auto it = parametres.begin(); it != parametres.end(); ++it)
+            m_dir->posaParametre(it.key(), it.value());
+        m_sessio = m_dir->obreSessio();
+        m_ui = InteraccioGuio();
+        auto w = std::make_unique<frmMain>(*m_sessio, m_ui);
+        w->carrega();
+        return w;
+    }
+
+    void mostraActiva(frmMain &w)
+    {
+        w.show();
+        w.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QCoreApplication::setOrganizationName("QuadrellaProves");
+        QCoreApplication::setApplicationName("Quadrella");
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+    }
+
+    void cleanup()
+    {
+        QSettings().clear();
+    }
+
+    void switchingTabsRebuildsAFlaggedPageOnce()
+    {
+        auto w = obre();
+        auto *agenda = new PaginaComptadora;
+        auto *factura = new PaginaComptadora;
+        w->posaPagina(frmMain::Agenda, agenda);
+        int clients = 0;
+        w->posaPagina(frmMain::Clients, new QWidget, [&] { ++clients; });
+        w->posaPagina(frmMain::Facturacio, factura);
+        mostraActiva(*w);
+        QCOMPARE(w->pestanyaActual(), int(frmMain::Agenda));
+
+        // A change elsewhere flags the agenda; nothing happens until its tab is shown again.
+        m_sessio->RefrescarAgenda = true;
+        clicaPestanya(*w, frmMain::Agenda); // already selected
+        QCOMPARE(agenda->reconstruccions, 0);
+        clicaPestanya(*w, frmMain::Facturacio);
+        QCOMPARE(w->pestanyaActual(), int(frmMain::Facturacio));
+        QCOMPARE(factura->reconstruccions, 0);
+        clicaPestanya(*w, frmMain::Agenda);
+        QCOMPARE(agenda->reconstruccions, 1);
+        QVERIFY(!m_sessio->RefrescarAgenda);
+        clicaPestanya(*w, frmMain::Clients);
+        clicaPestanya(*w, frmMain::Agenda);
+        QCOMPARE(agenda->reconstruccions, 1);
+
+        m_sessio->RefrescarFacturacio = true;
+        m_sessio->RefrescarAgenda = true;
+        clicaPestanya(*w, frmMain::Facturacio);
+        QCOMPARE(factura->reconstruccions, 1);
+        QCOMPARE(agenda->reconstruccions, 1);
+        QVERIFY(!m_sessio->RefrescarFacturacio);
+        QVERIFY(m_sessio->RefrescarAgenda);
+        // Tabs without a refresh flag never rebuild on a switch.
+        clicaPestanya(*w, frmMain::Clients);
+        clicaPestanya(*w, frmMain::RecursosServeis);
+        QCOMPARE(clients, 0);
+        QCOMPARE(m_ui.crides.size(), 0);
+    }
+
+    void aFailedRebuildIsReportedAndTriedAgain()
+    {
+        auto w = obre();
+        auto *agenda = new PaginaComptadora;
+        agenda->falla = true;
+        w->posaPagina(frmMain::Agenda, agenda);
+        w->seleccionaPestanya(frmMain::Clients);
+        m_sessio->RefrescarAgenda = true;
+        w->seleccionaPestanya(frmMain::Agenda);
+        QCOMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].titol, QString("ERROR"));
+        QCOMPARE(m_ui.crides[0].text, QString("Error:disc ple"));
+        QVERIFY(m_sessio->RefrescarAgenda);
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        agenda->falla = false;
+        w->seleccionaPestanya(frmMain::Clients);
+        w->seleccionaPestanya(frmMain::Agenda);
+        QCOMPARE(agenda->reconstruccions, 2);
+        QVERIFY(!m_sessio->RefrescarAgenda);
+    }
+
+    void f2ThenCancelLeavesEverythingAsItWas()
+    {
+        auto w = obre();
+        auto *agenda = new PaginaComptadora;
+        w->posaPagina(frmMain::Agenda, agenda);
+        mostraActiva(*w);
+        const QByteArray ini = contingut(m_dir->fitxerIni());
+        QSignalSpy tancada(w.get(), &frmMain::tancada);
+        GuioUsuari guio;
+        guio.quanAparegui([](QWidget *d) {
+            auto *c = qobject_cast<frmConfiguracio *>(d);
+            QVERIFY(c);
+            c->txtMinutsCella->setText("60");
+            QTest::mouseClick(c->CancelButton, Qt::LeftButton);
+        });
+        QTest::keyClick(w.get(), Qt::Key_F2);
+        QCOMPARE(guio.pendents(), 0);
+        QCOMPARE(contingut(m_dir->fitxerIni()), ini);
+        QVERIFY(!m_sessio->ReiniciarAplicacio);
+        QVERIFY(w->isVisible());
+        QCOMPARE(tancada.count(), 0);
+        QCOMPARE(agenda->reconstruccions, 0);
+        QVERIFY(m_sessio->db().isOpen());
+    }
+
+    void f2AfterAPurgeRebuildsTheCurrentTab()
+    {
+        auto w = obre();
+        auto *agenda = new PaginaComptadora;
+        w->posaPagina(frmMain::Agenda, agenda);
+        dades_prova::lloc(m_sessio->db(), "Lloc", 30);
+        dades_prova::feina(m_sessio->db(), "Lloc", QDate(2008, 5, 1), "08:00", "08:30");
+        mostraActiva(*w);
+        m_ui.respostes = {true};
+        GuioUsuari guio;
+        guio.quanAparegui([](QWidget *d) {
+            auto *c = qobject_cast<frmConfiguracio *>(d);
+            c->txtDataPurgat->setText("31/12/2008");
+            QTest::mouseClick(c->btnPurgarBD, Qt::LeftButton);
+            QTest::mouseClick(c->CancelButton, Qt::LeftButton);
+        });
+        QTest::keyClick(w->Pestanyes, Qt::Key_F2);
+        QCOMPARE(guio.pendents(), 0);
+        QCOMPARE(dades_prova::valor(m_sessio->db(), "SELECT count(*) FROM Feines"), qint64(0));
+        QCOMPARE(agenda->reconstruccions, 1);
+        QVERIFY(m_sessio->CompactarBD);
+        QVERIFY(w->isVisible());
+    }
+
+    void f2ConfirmedClosesTheWindowForTheRestart()
+    {
+        auto w = obre();
+        mostraActiva(*w);
+        QSignalSpy tancada(w.get(), &frmMain::tancada);
+        m_ui.respostes = {true};
+        GuioUsuari guio;
+        guio.quanAparegui([](QWidget *d) {
+            auto *c = qobject_cast<frmConfiguracio *>(d);
+            c->chkPermetSolaparLlocs->setChecked(false);
+            QTest::mouseClick(c->OKButton, Qt::LeftButton);
+        });
+        QTest::keyClick(w.get(), Qt::Key_F2);
+        QCOMPARE(tancada.count(), 1);
+        QVERIFY(!w->isVisible());
+        QVERIFY(m_sessio->ReiniciarAplicacio);
+        QVERIFY(!m_sessio->db().isOpen());
+        QCOMPARE(LlegirIni(m_dir->fitxerIni(), "Parametres", "PermetSolaparLlocs", ""), QString("0"));
+        // Not a first run: the last planned day goes back to the file at shut-down.
+        QCOMPARE(LlegirIni(m_dir->fitxerIni(), "Estat", "UltimDiaGen", ""), QString("28/02/2009"));
+    }
+
+    void statusBarShowsTheLastPlannedDayAndTheClock()
+    {
+        auto w = obre();
+        QCOMPARE(w->panellUltimDia->text(), QString("Últim dia planificat 28/02/2009"));
+        w->actualitzaUltimDiaPlanificat(QDate(2009, 3, 15));
+        QCOMPARE(w->panellUltimDia->text(), QString("Últim dia planificat 15/03/2009"));
+        QCOMPARE(w->panellData->text(), format::dataCurta(QDate::currentDate()));
+        const QTime hora = QTime::fromString(w->panellHora->text(), "HH:mm");
+        QVERIFY(hora.isValid());
+        QVERIFY(qAbs(hora.secsTo(QTime::currentTime())) < 120);
+    }
+
+    void captionsAreTranslatedAtLoad()
+    {
+        auto w = obre({{"Idioma", "ES"}});
+        QStringList pestanyes;
+        for (int i = 0; i < frmMain::NombrePestanyes; ++i)
+            pestanyes << w->Pestanyes->tabText(i);
+        QCOMPARE(pestanyes, QStringList({"Agenda", "Facturación", "Clientes", "Recursos y Servicios", "Créditos"}));
+        QCOMPARE(w->panellUltimDia->text(), QString("Último día planificado 28/02/2009"));
+        QCOMPARE(w->lblProductName->text(), QString("Planificador de trabajos v") + producte::versio());
+        QCOMPARE(w->lblCompanyName->text(), QString("Empresa: <no personalizado>"));
+        desaCaptura(w.get(), "frm_main_es");
+    }
+
+    void voucherControlsFollowTheVoucherService()
+    {
+        {
+            auto w = obre();
+            auto *p = new PaginaComptadora;
+            w->posaPagina(frmMain::Facturacio, p);
+            QVERIFY(!w->xecsActius());
+            QCOMPARE(p->configuracions, 1);
+            QVERIFY(!p->xecs);
+        }
+        {
+            auto w = obre({{"ServeiXecs", "Neteja"}});
+            auto *p = new PaginaComptadora;
+            w->posaPagina(frmMain::Clients, p);
+            QVERIFY(w->xecsActius());
+            QVERIFY(p->xecs);
+            QCOMPARE(p->servei, QString("Neteja"));
+        }
+    }
+
+    void aPluggedPageReplacesThePlaceholder()
+    {
+        auto w = obre();
+        QPointer<QWidget> espai = w->pagina(frmMain::Clients);
+        QVERIFY(espai);
+        auto *nova = new QWidget;
+        w->posaPagina(frmMain::Clients, nova);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!espai);
+        QCOMPARE(w->pagina(frmMain::Clients), nova);
+        QCOMPARE(nova->parentWidget(), w->Pestanyes->widget(frmMain::Clients));
+    }
+
+    void positionIsRestoredAndSavedUnlessMinimised()
+    {
+        {
+            QSettings s;
+            s.setValue("Settings/MainLeft", 140);
+            s.setValue("Settings/MainTop", 90);
+        }
+        {
+            auto w = obre();
+            QCOMPARE(w->pos(), QPoint(140, 90));
+            w->show();
+            w->move(210, 130);
+            w->close();
+        }
+        QCOMPARE(frmMain::posicioDesada(), QPoint(210, 130));
+        {
+            auto w = obre();
+            QCOMPARE(w->pos(), QPoint(210, 130));
+            w->showMinimized();
+            QTRY_VERIFY(w->isMinimized());
+            w->move(300, 300);
+            w->close();
+        }
+        QCOMPARE(frmMain::posicioDesada(), QPoint(210, 130));
+        // A position on a screen that is gone comes back onto the screen.
+        QSettings().setValue("Settings/MainLeft", 40000);
+        auto w = obre();
+        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(w->pos()));
+    }
+
+    void firstPositionWithoutSavedValues()
+    {
+        auto w = obre();
+        QCOMPARE(w->pos(), QPoint(67, 67));
+    }
+
+    void logoAndHelpKeyOpenTheBrowser()
+    {
+        Navegador navegador;
+        QDesktopServices::setUrlHandler("https", &navegador, "obre");
+        QDesktopServices::setUrlHandler("file", &navegador, "obre");
+        auto w = obre();
+        QTemporaryDir manual;
+        const QString ajuda = manual.filePath("QuadrellaV01CT.html");
+        QFile(ajuda).open(QIODevice::WriteOnly);
+        w->setFitxerAjuda(ajuda);
+        mostraActiva(*w);
+        w->seleccionaPestanya(frmMain::Credits);
+        QVERIFY(w->picLogoQuadrella->isVisible());
+        QTest::mouseClick(w->picLogoQuadrella, Qt::LeftButton);
+        QTest::keyClick(w.get(), Qt::Key_F1);
+        QDesktopServices::unsetUrlHandler("https");
+        QDesktopServices::unsetUrlHandler("file");
+        QCOMPARE(navegador.obertes, QList<QUrl>({QUrl(producte::web()), QUrl::fromLocalFile(ajuda)}));
+        QCOMPARE(w->picLogoQuadrella->toolTip(), QString("Fes clic per visitar el web de Quadrella"));
+        desaCaptura(w.get(), "frm_main_credits");
+    }
+
+    void messageWindowLogsALongOperation()
+    {
+        auto w = obre();
+        mostraActiva(*w);
+        frmMissatges *m = w->missatges();
+        QCOMPARE(w->missatges(), m);
+        m->titol("PLANIFICACIO DE FEINES");
+        m->ocupat(true);
+        QVERIFY(m->isVisible());
+        QVERIFY(!m->Tancar->isEnabled());
+        QVERIFY(QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor);
+
+        // Each append lets the window repaint: work posted meanwhile gets done.
+        int atesos = 0;
+        QTimer::singleShot(0, m, [&] { ++atesos; });
+        for (int i = 1; i <= 120; ++i)
+            m->afegeix(QString("Feina %1 planificada el 01/03/2009\r\n").arg(i));
+        QCOMPARE(atesos, 1);
+        m->afegeix("FINALITZACIO CORRECTA!!!\r\n");
+        QCOMPARE(m->text().count('\n'), 121);
+        QVERIFY(m->text().endsWith("FINALITZACIO CORRECTA!!!\n"));
+        QScrollBar *barra = m->Missatges->verticalScrollBar();
+        QVERIFY(barra->maximum() > 0);
+        QCOMPARE(barra->value(), barra->maximum());
+
+        // While the operation runs the window cannot be closed.
+        m->close();
+        QTest::keyClick(m, Qt::Key_Escape);
+        QVERIFY(m->isVisible());
+        desaCaptura(m, "frm_missatges");
+
+        m->ocupat(false);
+        QVERIFY(m->Tancar->isEnabled());
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QTest::mouseClick(m->Tancar, Qt::LeftButton);
+        QVERIFY(!m->isVisible());
+        QVERIFY(m->text().isEmpty());
+        QCOMPARE(m->windowTitle(), QString("PLANIFICACIO DE FEINES"));
+    }
+
+    void shutDownClosesTheOtherWindowsNewestFirst()
+    {
+        auto w = obre();
+        mostraActiva(*w);
+        OrdreTancament ordre;
+        QWidget antiga, nova;
+        antiga.setObjectName("antiga");
+        nova.setObjectName("nova");
+        antiga.installEventFilter(&ordre);
+        nova.installEventFilter(&ordre);
+        frmMissatges *m = w->missatges();
+        m->installEventFilter(&ordre);
+        antiga.show();
+        m->show();
+        nova.show();
+        w->close();
+        QCOMPARE(ordre.ordre, QStringList({"nova", "frmMissatges", "antiga"}));
+        QVERIFY(!antiga.isVisible() && !nova.isVisible() && !m->isVisible());
+        QVERIFY(!m_sessio->db().isOpen());
+    }
+};
+
+QTEST_MAIN(TestFrmMain)
+#include "tst_frm_main.moc"
