@@ -46,7 +46,19 @@ ClientsPage::ClientsPage(Sessio &sessio, Interaccio &io, QWidget *parent)
 {
     construeix();
     ordreTabulacio();
+    configuraXecs(!m_sessio.cfg().ServeiXecs.isEmpty(), m_sessio.cfg().ServeiXecs);
     reconstrueix();
+}
+
+void ClientsPage::configuraXecs(bool actius, const QString &servei)
+{
+    // Without a voucher service nobody pays by vouchers: the controls would only mislead.
+    m_grupXecs->setVisible(actius);
+    m_xecsClient->setVisible(actius);
+    // The client form takes the voucher column's place when there is none.
+    m_graella->removeWidget(m_grupFitxa);
+    m_graella->addWidget(m_grupFitxa, 0, 1, 1, actius ? 1 : 2);
+    m_grupXecs->setTitle(Tradueix("Xecs") + QStringLiteral(": ") + servei);
 }
 
 void ClientsPage::construeix()
@@ -58,7 +70,7 @@ void ClientsPage::construeix()
     (new QVBoxLayout(grupLlista))->addWidget(m_llista);
 
     // Client form
-    auto *grupFitxa = new QGroupBox(Tradueix("Dades del client"), this);
+    auto *grupFitxa = m_grupFitxa = new QGroupBox(Tradueix("Dades del client"), this);
     m_nom = formulari::camp(QStringLiteral("NomClient"), grupFitxa, 50);
     m_nif = formulari::camp(QStringLiteral("NIFClient"), grupFitxa, 20);
     m_adreca = formulari::camp(QStringLiteral("AdrecaClient"), grupFitxa, 100);
@@ -110,7 +122,7 @@ void ClientsPage::construeix()
     g->setColumnStretch(3, 1);
 
     // Vouchers
-    m_grupXecs = new QGroupBox(Tradueix("Xecs") + QStringLiteral(": ") + m_sessio.cfg().ServeiXecs, this);
+    m_grupXecs = new QGroupBox(this);
     m_grupXecs->setObjectName(QStringLiteral("GrupXecs"));
     m_llistaXecs = new QListWidget(m_grupXecs);
     m_llistaXecs->setObjectName(QStringLiteral("XecsLlista"));
@@ -148,23 +160,21 @@ void ClientsPage::construeix()
     gx->setColumnStretch(0, 3);
     gx->setColumnStretch(2, 2);
 
-    // Without a voucher service nobody pays by vouchers: the controls would only mislead.
-    if (m_sessio.cfg().ServeiXecs.isEmpty()) {
-        m_grupXecs->hide();
-        m_xecsClient->hide();
-    }
-
     m_llocs = new LlocsWidget(m_sessio, m_io, this);
 
-    auto *dalt = new QHBoxLayout;
-    dalt->addWidget(grupLlista, 2);
-    dalt->addWidget(grupFitxa, 5);
-    dalt->addWidget(m_grupXecs, 4);
-    if (m_grupXecs->isHidden())
-        dalt->addStretch(4);
-    auto *v = new QVBoxLayout(this);
-    v->addLayout(dalt, 1);
-    v->addWidget(m_llocs, 1);
+    // One grid for clients above and places below, so their columns line up.
+    auto *graella = m_graella = new QGridLayout(this);
+    graella->addWidget(grupLlista, 0, 0);
+    graella->addWidget(grupFitxa, 0, 1);
+    graella->addWidget(m_grupXecs, 0, 2);
+    graella->addWidget(m_llocs->grupLlista(), 1, 0);
+    graella->addWidget(m_llocs->grupFitxa(), 1, 1);
+    graella->addWidget(m_llocs->grupServeis(), 1, 2);
+    graella->setColumnStretch(0, 2);
+    graella->setColumnStretch(1, 5);
+    graella->setColumnStretch(2, 4);
+    graella->setRowStretch(0, 1);
+    graella->setRowStretch(1, 1);
 
     connect(m_llista, &QListWidget::currentRowChanged, this, [this] { enClientTriat(); });
     connect(m_afegir, &QPushButton::clicked, this, &ClientsPage::afegirClient);
@@ -185,7 +195,7 @@ void ClientsPage::ordreTabulacio()
                                     m_afegirXec, m_modificarXec, m_eliminarXec};
     for (int i = 1; i < ordre.size(); ++i)
         setTabOrder(ordre[i - 1], ordre[i]);
-    setTabOrder(m_eliminarXec, m_llocs);
+    setTabOrder(m_eliminarXec, m_llocs->primerCamp());
 }
 
 // ------------------------------------------------------------------ lists

@@ -5,6 +5,7 @@
 
 #include "clients.h"
 #include "xecs_client.h"
+#include "ui/pagina_principal.h"
 
 #include <QWidget>
 
@@ -19,7 +20,7 @@ class LlocsWidget;
 class RecursosServeisPage;
 class Sessio;
 
-class ClientsPage : public QWidget {
+class ClientsPage : public QWidget, public PaginaPrincipal {
     Q_OBJECT
 public:
     ClientsPage(Sessio &sessio, Interaccio &io, QWidget *parent = nullptr);
@@ -27,9 +28,12 @@ public:
     LlocsWidget *llocs() const { return m_llocs; }
     QString clientActual() const { return m_nomClientAnt; }
 
+    // Without a voucher service the voucher box and the voucher area are hidden.
+    void configuraXecs(bool actius, const QString &servei) override;
+
 public slots:
     // Refills every list of the page from the database (start-up, or after outside changes).
-    void reconstrueix();
+    void reconstrueix() override;
     void recarregaRecursos();
     void recarregaServeis();
     // The jump from the agenda: selects the place with its client and asks to be shown.
@@ -71,6 +75,8 @@ private:
     QListWidget *m_llista;
     QLineEdit *m_nom, *m_nif, *m_adreca, *m_codiPostal, *m_poblacio, *m_telefons, *m_email, *m_ccc, *m_dataAlta;
     QCheckBox *m_xecsClient;
+    QGroupBox *m_grupFitxa;
+    class QGridLayout *m_graella;
     QPlainTextEdit *m_observacions;
     QPushButton *m_afegir, *m_modificar, *m_eliminar;
 

@@ -1,32 +1,15 @@
 #include "formulari_widget.h"
 
+#include "ui/seleccio_text.h"
+
 #include <QColor>
 #include <QComboBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
-
-class SeleccioEnEntrar : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject *obj, QEvent *ev) override
-    {
-        if (ev->type() == QEvent::FocusIn) {
-            auto *camp = static_cast<QLineEdit *>(obj);
-            // Deferred: a mouse click that gave the focus would otherwise place the cursor
-            // after the selection was made.
-            QTimer::singleShot(0, camp, [camp] {
-                if (camp->hasFocus())
-                    camp->selectAll();
-            });
-        }
-        return false;
-    }
-};
 
 class BuidaAmbSuprimir : public QObject {
 public:
@@ -48,11 +31,6 @@ public:
 
 namespace formulari {
 
-void seleccionaEnEntrar(QLineEdit *camp)
-{
-    camp->installEventFilter(new SeleccioEnEntrar(camp));
-}
-
 void buidaAmbSuprimir(QComboBox *combo)
 {
     combo->installEventFilter(new BuidaAmbSuprimir(combo));
@@ -64,7 +42,7 @@ QLineEdit *camp(const QString &nomObjecte, QWidget *pare, int maxim)
     c->setObjectName(nomObjecte);
     if (maxim > 0)
         c->setMaxLength(maxim);
-    seleccionaEnEntrar(c);
+    seleccionaTotEnEntrar(c);
     return c;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // Small helpers shared by the master-data pages: text fields that select their whole text when
-// they receive the focus, drop-down lists that the Delete key clears, and the colour swatch.
+// they receive the focus, drop-down lists that the Delete key clears, and resource colours.
 
 #include <QString>
 
@@ -13,8 +13,6 @@ class QColor;
 
 namespace formulari {
 
-// Entering the field selects its whole text (also when entered with a mouse click).
-void seleccionaEnEntrar(QLineEdit *camp);
 // Delete (and Backspace) leaves the list with nothing selected.
 void buidaAmbSuprimir(QComboBox *combo);
 // A QLineEdit with its object name, select-all on focus and, when given, a maximum length.

@@ -34,10 +34,10 @@ QLabel *etiqueta(const QString &text, QWidget *camp, QWidget *pare)
 
 } // namespace
 
-LlocsWidget::LlocsWidget(Sessio &sessio, Interaccio &io, QWidget *parent)
-    : QWidget(parent), m_sessio(sessio), m_io(io), m_gestio(sessio, io)
+LlocsWidget::LlocsWidget(Sessio &sessio, Interaccio &io, QWidget *pagina)
+    : QObject(pagina), m_sessio(sessio), m_io(io), m_gestio(sessio, io)
 {
-    construeix();
+    construeix(pagina);
     ordreTabulacio();
     recarregaHores();
     recarregaRecursos();
@@ -45,17 +45,27 @@ LlocsWidget::LlocsWidget(Sessio &sessio, Interaccio &io, QWidget *parent)
     mostraClient(QString(), {});
 }
 
-void LlocsWidget::construeix()
+QWidget *LlocsWidget::primerCamp() const
+{
+    return m_llista;
+}
+
+QWidget *LlocsWidget::darrerCamp() const
+{
+    return m_eliminarServei;
+}
+
+void LlocsWidget::construeix(QWidget *pagina)
 {
     // Places list
-    auto *grupLlista = new QGroupBox(Tradueix("Llocs"), this);
+    auto *grupLlista = m_grupLlista = new QGroupBox(Tradueix("Llocs"), pagina);
     m_llista = new QListWidget(grupLlista);
     m_llista->setObjectName(QStringLiteral("LlocsLlista"));
     auto *vl = new QVBoxLayout(grupLlista);
     vl->addWidget(m_llista);
 
     // Place form
-    auto *grupFitxa = new QGroupBox(Tradueix("Dades del lloc"), this);
+    auto *grupFitxa = m_grupFitxa = new QGroupBox(Tradueix("Dades del lloc"), pagina);
     m_nom = formulari::camp(QStringLiteral("NomLloc"), grupFitxa, 50);
     m_adreca = formulari::camp(QStringLiteral("AdrecaLloc"), grupFitxa, 100);
     m_poblacio = formulari::camp(QStringLiteral("PoblacioLloc"), grupFitxa, 50);
@@ -129,7 +139,7 @@ void LlocsWidget::construeix()
     g->setColumnStretch(3, 1);
 
     // Services of the place
-    m_grupServeis = new QGroupBox(Tradueix("Serveis del lloc"), this);
+    m_grupServeis = new QGroupBox(Tradueix("Serveis del lloc"), pagina);
     m_linies = new QTreeWidget(m_grupServeis);
     m_linies->setObjectName(QStringLiteral("ServeisLlocLlista"));
     m_linies->setRootIsDecorated(false);
@@ -175,12 +185,6 @@ void LlocsWidget::construeix()
     gs->setColumnStretch(3, 1);
     gs->setRowStretch(0, 1);
 
-    auto *h = new QHBoxLayout(this);
-    h->setContentsMargins(0, 0, 0, 0);
-    h->addWidget(grupLlista, 2);
-    h->addWidget(grupFitxa, 5);
-    h->addWidget(m_grupServeis, 4);
-
     connect(m_llista, &QListWidget::currentRowChanged, this, [this] { enLlocTriat(); });
     connect(m_linies, &QTreeWidget::currentItemChanged, this, [this] { enLiniaTriada(); });
     connect(m_serveis, &QComboBox::activated, this, &LlocsWidget::enServeiTriat);
@@ -208,7 +212,7 @@ void LlocsWidget::ordreTabulacio()
                                     m_eliminar,  m_linies,    m_serveis,  m_quantitat, m_preu,         m_descripcio,
                                     m_afegirServei, m_modificarServei, m_eliminarServei};
     for (int i = 1; i < ordre.size(); ++i)
-        setTabOrder(ordre[i - 1], ordre[i]);
+        QWidget::setTabOrder(ordre[i - 1], ordre[i]);
 }
 
 // ------------------------------------------------------------------ lists
@@ -241,10 +245,13 @@ void LlocsWidget::mostraClient(const QString &client, std::function<bool()> xecs
 {
     m_client = client;
     m_xecsClient = std::move(xecsClient);
-    recarregaLlocs(QString());
+    // The same client shown again (after saving it, or renamed) keeps its place on screen;
+    // another client's list never holds it, since place names are unique.
+    const QString anterior = m_nomLlocAnt;
+    recarregaLlocs(anterior);
 }
 
-void LlocsWidget::recarregaLlocs(const QString &seleccionar)
+void LlocsWidget::recarregaLlocs(QString seleccionar)
 {
     {
         const QSignalBlocker b(m_llista);

@@ -1,11 +1,12 @@
 #pragma once
 // The lower half of the clients tab: the chosen client's places with their form, and the
-// services contracted at the chosen place. Every rule lives in GestioLlocs; this widget moves
-// values between the fields and it.
+// services contracted at the chosen place. It builds three group boxes on the page it is given
+// (the page lays them out in one grid with its client columns, so the columns line up) and
+// moves values between their fields and GestioLlocs, where every rule lives.
 
 #include "llocs.h"
 
-#include <QWidget>
+#include <QObject>
 #include <functional>
 
 class QCheckBox;
@@ -19,10 +20,17 @@ class QTreeWidget;
 class Interaccio;
 class Sessio;
 
-class LlocsWidget : public QWidget {
+class LlocsWidget : public QObject {
     Q_OBJECT
 public:
-    LlocsWidget(Sessio &sessio, Interaccio &io, QWidget *parent = nullptr);
+    LlocsWidget(Sessio &sessio, Interaccio &io, QWidget *pagina);
+
+    // The three columns: places list, place form, services of the place.
+    QGroupBox *grupLlista() const { return m_grupLlista; }
+    QGroupBox *grupFitxa() const { return m_grupFitxa; }
+    QGroupBox *grupServeis() const { return m_grupServeis; }
+    QWidget *primerCamp() const;
+    QWidget *darrerCamp() const;
 
     // The client whose places are shown ("" = none) and how to read its voucher box now.
     void mostraClient(const QString &client, std::function<bool()> xecsClient);
@@ -41,9 +49,9 @@ signals:
     void llocsCanviats();
 
 private:
-    void construeix();
+    void construeix(QWidget *pagina);
     void ordreTabulacio();
-    void recarregaLlocs(const QString &seleccionar);
+    void recarregaLlocs(QString seleccionar); // by value: reloading empties the form it may come from
     void mostra(const FitxaLloc &f);
     void buidaLloc();
     void mostraServei(const FitxaServeiLloc &s);
@@ -75,7 +83,7 @@ private:
     QCheckBox *m_primerMes, *m_ultimMes, *m_dissabte, *m_diumenge;
     QPlainTextEdit *m_observacions;
     QPushButton *m_afegir, *m_modificar, *m_eliminar;
-    QGroupBox *m_grupServeis;
+    QGroupBox *m_grupLlista, *m_grupFitxa, *m_grupServeis;
     QTreeWidget *m_linies;
     QComboBox *m_serveis;
     QLineEdit *m_unitat, *m_quantitat, *m_preu, *m_descripcio;

@@ -4,6 +4,7 @@
 
 #include "recursos.h"
 #include "serveis.h"
+#include "ui/pagina_principal.h"
 
 #include <QWidget>
 #include <functional>
@@ -17,7 +18,7 @@ class QPushButton;
 class Interaccio;
 class Sessio;
 
-class RecursosServeisPage : public QWidget {
+class RecursosServeisPage : public QWidget, public PaginaPrincipal {
     Q_OBJECT
 public:
     RecursosServeisPage(Sessio &sessio, Interaccio &io, QWidget *parent = nullptr);
@@ -29,7 +30,7 @@ public:
     FitxaRecurs fitxaRecurs() const { return m_recurs; }
 
 public slots:
-    void reconstrueix();
+    void reconstrueix() override;
     // The jump from the agenda: loads the resource and asks to be shown.
     bool obreRecurs(const QString &recurs);
 
