@@ -1,0 +1,175 @@
+// The resources and services tab driven offscreen as a user drives it: a group built by ticking
+// its members, a colour chosen, a service added, the voucher service defended, the jump from the
+// agenda, and the signals that tell the other pages to refill.
+#include "masterdata/recursos_serveis_page.h"
+#include "mestres_proves.h"
+
+#include <QCheckBox>
+#include <QColor>
+#include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace dades_prova;
+
+class TestRecursosServeisPage : public QObject {
+    Q_OBJECT
+
+    template <typename T>
+    static T *fill(QWidget &p, const char *nom)
+    {
+        T *w = p.findChild<T *>(QString::fromLatin1(nom));
+        if (!w)
+            qFatal("no widget %s", nom);
+        return w;
+    }
+
+    static void escriu(QWidget &p, const char *camp, const QString &text)
+    {
+        QLineEdit *c = fill<QLineEdit>(p, camp);
+        c->setFocus();
+        c->selectAll();
+        QTest::keyClick(c, Qt::Key_Delete);
+        QTest::keyClicks(c, text);
+    }
+
+    static void marca(QWidget &p, const char *nom)
+    {
+        QCheckBox *c = fill<QCheckBox>(p, nom);
+        c->setFocus();
+        QTest::keyClick(c, Qt::Key_Space);
+    }
+
+    static void prem(QWidget &p, const char *boto) { QTest::mouseClick(fill<QPushButton>(p, boto), Qt::LeftButton); }
+
+    static void clica(QListWidget *llista, int fila)
+    {
+        QTest::mouseClick(llista->viewport(), Qt::LeftButton, {}, llista->visualItemRect(llista->item(fila)).center());
+    }
+
+private slots:
+    void grupAmbColorIMembres()
+    {
+        EntornMestres e;
+        recurs(e.db(), QStringLiteral("Marta"), 0x00FFFF);
+        recurs(e.db(), QStringLiteral("Oriol"), 0xFF0000);
+        RecursosServeisPage p(*e.sessio, e.io);
+        QSignalSpy canviats(&p, &RecursosServeisPage::recursosCanviats);
+        QColor triat(0x20, 0x80, 0x40);
+        p.setTriaColor([&triat](const QColor &) { return std::optional<QColor>(triat); });
+        p.resize(1200, 560);
+        p.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&p));
+
+        escriu(p, "NomRecurs", QStringLiteral(" Equip "));
+        QVERIFY(fill<QCheckBox>(p, "chkAssignaTemps")->isEnabled());
+        marca(p, "chkGrupRecurs");
+        QVERIFY(!fill<QCheckBox>(p, "chkAssignaTemps")->isEnabled());
+        QListWidget *membres = fill<QListWidget>(p, "ComponentsLlista");
+        QVERIFY(membres->isEnabled());
+        QCOMPARE(membres->count(), 2);
+        QCOMPARE(membres->item(1)->text(), QStringLiteral("   Oriol"));
+
+        // Nobody marked yet, and no colour chosen: the colour is reported first.
+        prem(p, "AfegirRecurs");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("Color ja en ús. Selecciona un altre color")});
+        prem(p, "ColorRecurs");
+        prem(p, "AfegirRecurs");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("Falta marcar components del grup")});
+        QCOMPARE(fill<QLineEdit>(p, "NomRecurs")->text(), QStringLiteral("Equip")); // trimmed on screen too
+
+        // A click marks a member, Space from the keyboard marks another and unmarks it again.
+        clica(membres, 1);
+        QCOMPARE(membres->item(1)->text(), QStringLiteral("-> Oriol"));
+        membres->setFocus();
+        membres->setCurrentRow(0);
+        QTest::keyClick(membres, Qt::Key_Space);
+        QCOMPARE(membres->item(0)->text(), QStringLiteral("-> Marta"));
+        QTest::keyClick(membres, Qt::Key_Space);
+        QCOMPARE(membres->item(0)->text(), QStringLiteral("   Marta"));
+
+        prem(p, "AfegirRecurs");
+        QVERIFY2(e.io.crides.isEmpty(), qPrintable(e.missatges().join('\n')));
+        QCOMPARE(e.compte("SELECT recursos_color FROM Recursos WHERE recursos_nom = 'Equip' AND recursos_grup = 1"), 0x408020);
+        QCOMPARE(e.text("SELECT group_concat(recursos_component_nom) FROM Recursos_Components WHERE recursos_nom = 'Equip'"),
+                 QStringLiteral("Oriol"));
+        QCOMPARE(canviats.count(), 1);
+        QVERIFY(e.sessio->RefrescarAgenda);
+        // The form is cleared for the next one and the list shows the new group.
+        QCOMPARE(fill<QLineEdit>(p, "NomRecurs")->text(), QString());
+        QVERIFY(!membres->isEnabled());
+        QCOMPARE(fill<QListWidget>(p, "RecursosLlista")->count(), 3);
+
+        // The jump from the agenda loads the group with its member marked.
+        QSignalSpy mostra(&p, &RecursosServeisPage::mostraPagina);
+        QVERIFY(p.obreRecurs(QStringLiteral("equip")));
+        QCOMPARE(mostra.count(), 1);
+        QCOMPARE(fill<QLineEdit>(p, "NomRecurs")->text(), QStringLiteral("Equip"));
+        QVERIFY(fill<QCheckBox>(p, "chkGrupRecurs")->isChecked());
+        QCOMPARE(membres->item(1)->text(), QStringLiteral("-> Oriol"));
+        QVERIFY(!p.obreRecurs(QStringLiteral("Ningú")));
+        QCOMPARE(mostra.count(), 1);
+
+        // Saving it with Marta's colour is refused; a cancelled chooser keeps the colour.
+        p.setTriaColor([](const QColor &) { return std::optional<QColor>(QColor(0xFF, 0xFF, 0x00)); });
+        prem(p, "ColorRecurs");
+        prem(p, "ModificarRecurs");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("Color ja en ús. Selecciona un altre color")});
+        p.setTriaColor([](const QColor &) { return std::nullopt; });
+        prem(p, "ColorRecurs");
+        QCOMPARE(p.fitxaRecurs().color, 0x00FFFF);
+
+        if (const QString dir = qEnvironmentVariable("QUADRELLA_CAPTURES"); !dir.isEmpty() && QDir().mkpath(dir))
+            p.grab().save(dir + QStringLiteral("/recursos_serveis_page.png"));
+    }
+
+    void serveis()
+    {
+        EntornMestres e;
+        servei(e.db(), QStringLiteral("Neteja"), 60, false, 6.25, QStringLiteral("Hores"));
+        e.cfg().ServeiXecs = QStringLiteral("Neteja");
+        RecursosServeisPage p(*e.sessio, e.io);
+        QSignalSpy canviats(&p, &RecursosServeisPage::serveisCanviats);
+        p.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&p));
+
+        escriu(p, "NomServei", QStringLiteral("Vidres"));
+        escriu(p, "UnitatServei", QStringLiteral("Hores"));
+        escriu(p, "PreuUnServei", QStringLiteral("0"));
+        prem(p, "AfegirServei");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("Cal informar el preu unitari")});
+        escriu(p, "PreuUnServei", QStringLiteral("9,5"));
+        marca(p, "ComuRecursosServei");
+        prem(p, "AfegirServei");
+        QVERIFY(e.io.crides.isEmpty());
+        QCOMPARE(e.text("SELECT serveis_preu_un || '/' || serveis_minuts_per_unitat || '/' || serveis_comu_per_recursos "
+                        "FROM Serveis WHERE serveis_nom = 'Vidres'"),
+                 QStringLiteral("9.5/0/1"));
+        QCOMPARE(canviats.count(), 1);
+
+        // The voucher service, loaded from the list, can be neither renamed nor deleted.
+        QListWidget *llista = fill<QListWidget>(p, "ServeisLlista");
+        llista->setFocus();
+        llista->setCurrentRow(0);
+        QCOMPARE(fill<QLineEdit>(p, "NomServei")->text(), QStringLiteral("Neteja"));
+        QCOMPARE(fill<QLineEdit>(p, "PreuUnServei")->text(), QStringLiteral("6,25"));
+        prem(p, "EliminarServei");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("No es pot eliminar el servei dels xecs")});
+        escriu(p, "NomServei", QStringLiteral("Neteja fina"));
+        prem(p, "ModificarServei");
+        QCOMPARE(e.missatges(), QStringList{QStringLiteral("No es pot modificar el nom del servei dels xecs")});
+        QCOMPARE(e.compte("SELECT COUNT(*) FROM Serveis WHERE serveis_nom = 'Neteja'"), 1);
+        QCOMPARE(canviats.count(), 1);
+
+        // Entering a field selects what it holds.
+        QLineEdit *unitat = fill<QLineEdit>(p, "UnitatServei");
+        unitat->setFocus();
+        QTRY_COMPARE(unitat->selectedText(), QStringLiteral("Hores"));
+    }
+};
+
+QTEST_MAIN(TestRecursosServeisPage)
+#include "tst_recursos_serveis_page.moc"
