@@ -327,7 +327,7 @@ void ControladorAgenda::vesAlDia(const QDate &dia)
     Construeix_Agenda();
 }
 
-void ControladorAgenda::seleccionaDiaMes()
+void ControladorAgenda::seleccionaDiaActual()
 {
     if (m_estat.vista != VistaAgenda::Mes)
         return;
@@ -367,7 +367,7 @@ void ControladorAgenda::dobleClic()
             m_estat.recalcula();
             m_estat.vista = VistaAgenda::Mes;
             Construeix_Agenda();
-            seleccionaDiaMes();
+            seleccionaDiaActual();
             return;
         }
         if (m_estat.vista == VistaAgenda::Setmana) {
@@ -453,7 +453,7 @@ void ControladorAgenda::Canvi_Data_Calendari(const QDate &nova)
                 m_estat.recalcula();
                 Construeix_Agenda();
             }
-            seleccionaDiaMes();
+            seleccionaDiaActual();
             break;
         case VistaAgenda::Setmana: {
             m_estat.DataCalendari = nova;
@@ -490,7 +490,7 @@ void ControladorAgenda::canviaVista(VistaAgenda v)
     if (v == VistaAgenda::Setmana)
         canviaCalendari(m_estat.IniciSetmana);
     Construeix_Agenda();
-    seleccionaDiaMes();
+    seleccionaDiaActual();
 }
 
 void ControladorAgenda::mouPeriode(int sentit)
@@ -510,4 +510,11 @@ void ControladorAgenda::mouPeriode(int sentit)
     }
     canviaCalendari(nova);
     Canvi_Data_Calendari(nova);
+}
+
+void ControladorAgenda::vesAAvui()
+{
+    const QDate hui = m_model.avui();
+    canviaCalendari(hui);
+    Canvi_Data_Calendari(hui);
 }

@@ -103,6 +103,10 @@ public:
     void canviaVista(VistaAgenda v);
     // The previous (-1) or next (+1) day, week or month of the current view.
     void mouPeriode(int sentit);
+    // Back to today's day, week or month.
+    void vesAAvui();
+    // Month view: the current cell becomes DiaActual's and the grid takes the focus.
+    void seleccionaDiaActual();
 
     // True when the cell stands for one job (a day or week body cell with a text that is not
     // TexteVaris and a colour of a job).
@@ -118,7 +122,6 @@ private:
     void errorInesperat(const QString &text);
     void mostraDetallFeina(const Feina &f);
     void vesAlDia(const QDate &dia);
-    void seleccionaDiaMes();
     void planifica(const QDate &dia);
     void canviaCalendari(const QDate &d);
 

@@ -1,0 +1,26 @@
+#include "agenda_llistes.h"
+
+#include "core/db.h"
+
+#include <QStringList>
+
+QStringList llistaLlocsAgenda(Db &db)
+{
+    QStringList l;
+    Query q = db.prepared(QStringLiteral("SELECT llocs_nom FROM Llocs ORDER BY llocs_nom"));
+    q.exec();
+    while (q.next())
+        l << q.text(0);
+    return l;
+}
+
+QList<EntradaRecurs> llistaRecursosAgenda(Db &db)
+{
+    QList<EntradaRecurs> l;
+    Query q = db.prepared(QStringLiteral(
+        "SELECT recursos_nom, recursos_color, recursos_grup FROM Recursos ORDER BY recursos_nom"));
+    q.exec();
+    while (q.next())
+        l.append({q.text(0), qint32(q.integer(1)), q.boolean(2)});
+    return l;
+}

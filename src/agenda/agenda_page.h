@@ -1,0 +1,71 @@
+#pragma once
+// The agenda tab: the grid of the day, week or month (AgendaGrid) with the overtime row under the
+// day view (HoresGrid), the month calendar (CalendariML), the places and resources to drag
+// (LlocsGrid, RecursosGrid), the view and period buttons and the job-list print button
+// (ImprimirFeines). Everything the user does goes to the agenda controller; the page only draws
+// what the controller's model holds after each rebuild.
+
+#include "agenda_controller.h"
+#include "ui/pagina_principal.h"
+
+#include <QWidget>
+#include <memory>
+
+class AgendaGridWidget;
+class CalendariWidget;
+class Interaccio;
+class LlistaAgendaWidget;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+class QToolButton;
+class Sessio;
+class frmMain;
+
+class AgendaPage : public QWidget, public PaginaPrincipal {
+    Q_OBJECT
+public:
+    AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent = nullptr);
+    ~AgendaPage() override;
+
+    // Creates the page in the agenda tab of the main window, with the planning's log in the
+    // message window and the last planned day in the status bar.
+    static AgendaPage *posaA(frmMain &finestra);
+
+    void reconstrueix() override;
+    ControladorAgenda &controlador() { return *m_ctl; }
+    // Reloads the places and resources beside the grid.
+    void recarregaLlistes();
+
+    AgendaGridWidget *AgendaGrid;
+    QTableWidget *HoresGrid;
+    CalendariWidget *CalendariML;
+    LlistaAgendaWidget *LlocsGrid;
+    LlistaAgendaWidget *RecursosGrid;
+    QPushButton *ImprimirFeines;
+    QToolButton *VistaDia;
+    QToolButton *VistaSetmana;
+    QToolButton *VistaMes;
+    QToolButton *PeriodeAnterior;
+    QToolButton *Avui;
+    QToolButton *PeriodeSeguent;
+    QLabel *TitolPeriode;
+
+signals:
+    void obreLloc(const QString &lloc);
+    void obreRecurs(const QString &recurs);
+    // The job list of a resource for the period shown (the report comes with the printing).
+    void imprimeixFeines(const QString &recurs);
+
+protected:
+    void showEvent(QShowEvent *e) override;
+
+private:
+    void alReconstruir();
+    void actualitzaHores();
+    void actualitzaBotons();
+    void mostraIndicacio(const QString &titol, const QString &text);
+
+    Sessio &m_sessio;
+    std::unique_ptr<ControladorAgenda> m_ctl;
+};
