@@ -169,6 +169,9 @@ void frmConfiguracio::construeix()
     ComboSelIdioma->setObjectName(QStringLiteral("ComboSelIdioma"));
     ComboSelIdioma->setMinimumContentsLength(16);
     auto *fL = new QFormLayout(fraLocalitzacio);
+    // Times and amounts keep their natural width instead of stretching across the frame.
+    for (QFormLayout *f : {fPla, fHE, fX, fL})
+        f->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     fL->addRow(etiqueta(PerTraduir("Idioma:"), ComboSelIdioma, fraLocalitzacio), ComboSelIdioma);
 
     // ---- buttons

@@ -113,10 +113,10 @@ void AplicacioEscriptori::despresSplash()
         m_main->activateWindow();
         return;
     }
-    primeraExecucio();
+    sequenciaPrimeraExecucio();
 }
 
-void AplicacioEscriptori::primeraExecucio()
+void AplicacioEscriptori::sequenciaPrimeraExecucio()
 {
     Sessio &s = *m_sessio;
     if (!EscriureIni(s.cfg().fitxerIni, QStringLiteral("Parametres"), QStringLiteral("PrimeraExecucio"),

@@ -50,7 +50,7 @@ signals:
 
 private:
     void despresSplash();
-    void primeraExecucio();
+    void sequenciaPrimeraExecucio();
     void finestraTancada();
     void instalaTraduccionsQt(const QString &idioma);
 

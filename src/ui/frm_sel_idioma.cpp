@@ -24,7 +24,7 @@ frmSelIdioma::frmSelIdioma(const QStringList &idiomes, const QString &idiomaActu
     ComboSelIdioma = new QComboBox(this);
     ComboSelIdioma->setObjectName(QStringLiteral("ComboSelIdioma"));
     ComboSelIdioma->addItems(idiomes);
-    ComboSelIdioma->setMinimumContentsLength(18);
+    ComboSelIdioma->setMinimumContentsLength(24);
     if (!idiomes.isEmpty())
         ComboSelIdioma->setCurrentIndex(0);
 

@@ -41,12 +41,15 @@ frmSplash::frmSplash(QWidget *parent) : QWidget(parent, Qt::SplashScreen | Qt::F
     lblCompanyName->setObjectName(QStringLiteral("lblCompanyName"));
     lblCompanyName->setTextFormat(Qt::PlainText);
 
-    for (QLabel *l : {nom, lblProductName, lblVersion, lblCompanyName})
+    for (QLabel *l : {nom, lblProductName, lblVersion, lblCompanyName}) {
         l->setStyleSheet(QStringLiteral("color: #1b3a66;"));
+        l->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
     lblVersion->setStyleSheet(QStringLiteral("color: #555;"));
     lblCompanyName->setStyleSheet(QStringLiteral("color: #555;"));
 
     auto *textos = new QVBoxLayout;
+    textos->setSpacing(4);
     textos->addStretch();
     textos->addWidget(nom);
     textos->addWidget(lblProductName);

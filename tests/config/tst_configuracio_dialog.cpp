@@ -1,0 +1,363 @@
+// The configuration dialog driven as a user would: what it shows, the check when each field is
+// left, the time lists, the voucher fields, confirming, cancelling and the first-run layout.
+#include "config/configuracio_dialog.h"
+#include "core/ini.h"
+#include "support/entorn_proves.h"
+#include "ui/guio_usuari.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+QStringList elements(QComboBox *c)
+{
+    QStringList r;
+    for (int i = 0; i < c->count(); ++i)
+        r << c->itemText(i);
+    return r;
+}
+
+QByteArray contingut(const QString &fitxer)
+{
+    QFile f(fitxer);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestConfiguracioDialog : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<DirectoriProva> m_dir;
+    std::unique_ptr<Sessio> m_sessio;
+    InteraccioGuio m_ui;
+
+    std::unique_ptr<frmConfiguracio> obre(const QMap<QString, QString> &parametres = {}, bool primera = false)
+    {
+        m_dir = std::make_unique<DirectoriProva>();
+        m_dir->posaParametre("PrimeraExecucio", primera ? "1" : "0");
+        for (auto it = parametres.begin(); it != parametres.end(); ++it)
+            m_dir->posaParametre(it.key(), it.value());
+        m_sessio = m_dir->obreSessio();
+        dades_prova::servei(m_sessio->db(), "Neteja", 60, false);
+        dades_prova::servei(m_sessio->db(), "Desplaçaments", 3, true);
+        m_ui = InteraccioGuio();
+        auto d = std::make_unique<frmConfiguracio>(*m_sessio, m_ui);
+        d->show();
+        d->activateWindow();
+        [&] { QVERIFY(QTest::qWaitForWindowActive(d.get())); }();
+        return d;
+    }
+
+    // Types into a field and leaves it with Tab, as a user does.
+    void escriuISurt(frmConfiguracio &d, QLineEdit *camp, const QString &text)
+    {
+        camp->setFocus();
+        QTRY_VERIFY(camp->hasFocus());
+        camp->selectAll();
+        QTest::keyClicks(camp, text);
+        QTest::keyClick(camp, Qt::Key_Tab);
+        QTest::qWait(30);
+        Q_UNUSED(d);
+    }
+
+private slots:
+    void opensWithTheSettingsInEffect()
+    {
+        auto d = obre({{"MinutsCella", "15"}, {"HoraInici", "07:00"}, {"HoraFinal", "21:00"}, {"HoresDia", "7,5"},
+                       {"DissabtesExtra", "0"}, {"ServeiXecs", "Neteja"}, {"ValorXec", "12"}, {"CostHoraXec", "-1,5"},
+                       {"MaxXecsMes", "4"}, {"Idioma", "EN"}, {"PermetSolaparLlocs", "0"}});
+        QCOMPARE(d->txtBD->text(), m_sessio->cfg().BaseDades);
+        QCOMPARE(d->txtBD->cursorPosition(), d->txtBD->text().size());
+        QCOMPARE(d->txtMinutsCella->text(), QString("15"));
+        QCOMPARE(d->ComboHoraInici->count(), 96);
+        QCOMPARE(d->ComboHoraInici->currentText(), QString("07:00"));
+        QCOMPARE(d->ComboHoraFinal->currentText(), QString("21:00"));
+        QCOMPARE(d->ComboHoraIniciDinar->currentText(), QString("13:30"));
+        QCOMPARE(d->ComboHoraFinalDinar->currentText(), QString("15:00"));
+        QCOMPARE(d->txtHoresDia->text(), QString("7,50"));
+        QVERIFY(!d->chkDissabtesExtra->isChecked());
+        QVERIFY(d->chkDiumengesExtra->isChecked());
+        QVERIFY(!d->chkPermetSolaparLlocs->isChecked());
+        QCOMPARE(elements(d->ComboServeiXecs), QStringList({"", "Desplaçaments", "Neteja"}));
+        QCOMPARE(d->ComboServeiXecs->currentText(), QString("Neteja"));
+        QCOMPARE(d->txtValorDftXec->text(), QString("12,00"));
+        QCOMPARE(d->txtCostHoraXec->text(), QString("-1,50"));
+        QCOMPARE(d->txtNMaxXecsMes->text(), QString("4"));
+        QCOMPARE(d->ComboSelIdioma->currentText(), QString("(EN) English"));
+        QCOMPARE(d->txtDataPurgat->text(),
+                 QDate(QDate::currentDate().year() - 1, 12, 31).toString("dd/MM/yyyy"));
+        // The language of the settings: English captions, in capitals.
+        QCOMPARE(d->fraPlanificacio->title(), QString("PLANNING"));
+        QVERIFY(d->CancelButton->isEnabled());
+        QVERIFY(d->btnPurgarBD->isVisible() && d->fraLocalitzacio->isVisible() && d->txtUltDiaGenerat->isVisible());
+        desaCaptura(d.get(), "frm_configuracio");
+    }
+
+    void framesAreTranslatedInCapitals()
+    {
+        auto d = obre({{"Idioma", "ES"}});
+        QCOMPARE(d->fraBaseDades->title(), QString("BASE DE DATOS"));
+        QCOMPARE(d->fraLocalitzacio->title(), QString("LOCALIZACIÓN"));
+        QCOMPARE(d->windowTitle(), QString("Configuración"));
+        QVERIFY(d->OKButton->text().remove('&') == "Configurar");
+        QVERIFY(d->CancelButton->text().remove('&') == "Cancelar");
+        desaCaptura(d.get(), "frm_configuracio_es");
+    }
+
+    void theVoucherServiceEnablesItsThreeFields()
+    {
+        auto d = obre({{"ValorXec", "10"}, {"MaxXecsMes", "3"}});
+        QCOMPARE(d->ComboServeiXecs->currentIndex(), 0);
+        for (QLineEdit *c : {d->txtNMaxXecsMes, d->txtValorDftXec, d->txtCostHoraXec}) {
+            QVERIFY(!c->isEnabled());
+            QVERIFY(c->text().isEmpty());
+        }
+        d->ComboServeiXecs->setCurrentIndex(2);
+        QCOMPARE(d->txtValorDftXec->text(), QString("10,00"));
+        QCOMPARE(d->txtNMaxXecsMes->text(), QString("3"));
+        QCOMPARE(d->txtCostHoraXec->text(), QString("0,00"));
+        QVERIFY(d->txtValorDftXec->isEnabled());
+        d->txtValorDftXec->setText("99");
+        d->ComboServeiXecs->setCurrentIndex(0);
+        QVERIFY(d->txtValorDftXec->text().isEmpty());
+        QVERIFY(!d->txtCostHoraXec->isEnabled());
+        QVERIFY(d->valors().ServeiXecs.isEmpty());
+    }
+
+    void leavingAnInvalidFieldKeepsTheFocusThere_data()
+    {
+        QTest::addColumn<QString>("camp");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("missatge");
+        QTest::newRow("cell length") << "txtMinutsCella" << "5" << "El valor no pot ser inferior a 10 minuts";
+        QTest::newRow("cell letters") << "txtMinutsCella" << "mitja" << "Cal introduir un valor no inferior a 10 minuts";
+        QTest::newRow("hours per day") << "txtHoresDia" << "-2" << "No es pot introduir un valor negatiu";
+        QTest::newRow("hours letters") << "txtHoresDia" << "vuit" << "Cal introduir un valor no negatiu";
+        QTest::newRow("voucher value") << "txtValorDftXec" << "-5" << "Cal introduir un valor no negatiu";
+        QTest::newRow("hour cost") << "txtCostHoraXec" << "2" << "Cal introduir un valor no positiu";
+        QTest::newRow("max vouchers") << "txtNMaxXecsMes" << "-1" << "No es pot introduir un valor negatiu";
+        QTest::newRow("max vouchers letters") << "txtNMaxXecsMes" << "x" << "Cal introduir un valor enter no negatiu";
+        QTest::newRow("last planned day") << "txtUltDiaGenerat" << "32/01/2009" << "Data incorrecta";
+    }
+
+    void leavingAnInvalidFieldKeepsTheFocusThere()
+    {
+        QFETCH(QString, camp);
+        QFETCH(QString, text);
+        QFETCH(QString, missatge);
+        auto d = obre({{"ServeiXecs", "Neteja"}});
+        auto *c = d->findChild<QLineEdit *>(camp);
+        QVERIFY(c);
+        escriuISurt(*d, c, text);
+        QTRY_COMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].tipus, QString("informa"));
+        QCOMPARE(m_ui.crides[0].text, missatge);
+        QTRY_VERIFY(c->hasFocus());
+        QCOMPARE(c->text(), text);
+        QCOMPARE(c->selectedText(), text);
+    }
+
+    void acceptedValuesAreWrittenBackNormalised()
+    {
+        auto d = obre({{"ServeiXecs", "Neteja"}});
+        escriuISurt(*d, d->txtHoresDia, "7,456");
+        escriuISurt(*d, d->txtCostHoraXec, "-1.5");
+        escriuISurt(*d, d->txtNMaxXecsMes, "2,4");
+        escriuISurt(*d, d->txtUltDiaGenerat, "1/3/2009");
+        QTRY_COMPARE(d->txtUltDiaGenerat->text(), QString("01/03/2009"));
+        QCOMPARE(d->txtHoresDia->text(), QString("7,46"));
+        QCOMPARE(d->txtCostHoraXec->text(), QString("-1,50"));
+        QCOMPARE(d->txtNMaxXecsMes->text(), QString("2"));
+        QVERIFY(m_ui.crides.isEmpty());
+    }
+
+    void aNewCellLengthRebuildsTheTimeLists()
+    {
+        auto d = obre({{"HoraInici", "08:30"}, {"HoraFinal", "20:00"}});
+        escriuISurt(*d, d->txtMinutsCella, "45");
+        QTRY_COMPARE(d->minutsAcceptats(), 45);
+        QCOMPARE(d->ComboHoraInici->count(), 32);
+        QCOMPARE(d->ComboHoraInici->itemText(31), QString("23:15"));
+        QCOMPARE(d->ComboHoraFinal->itemText(0), QString("00:45"));
+        QCOMPARE(d->ComboHoraFinal->itemText(31), QString("24:00"));
+        // Off the new grid: the grid time just before.
+        QCOMPARE(d->ComboHoraInici->currentText(), QString("08:15"));
+        QCOMPARE(d->ComboHoraFinal->currentText(), QString("19:30"));
+        QCOMPARE(d->ComboHoraIniciDinar->currentText(), QString("13:30"));
+        QCOMPARE(d->ComboHoraFinalDinar->currentText(), QString("15:00"));
+
+        escriuISurt(*d, d->txtMinutsCella, "50");
+        QTRY_COMPARE(d->minutsAcceptats(), 50);
+        QCOMPARE(d->ComboHoraFinal->itemText(d->ComboHoraFinal->count() - 1), QString("23:20"));
+    }
+
+    void enterInAnInvalidFieldDoesNotConfirm()
+    {
+        auto d = obre();
+        QSignalSpy acceptat(d.get(), &QDialog::accepted);
+        d->txtMinutsCella->setFocus();
+        QTRY_VERIFY(d->txtMinutsCella->hasFocus());
+        d->txtMinutsCella->selectAll();
+        QTest::keyClicks(d->txtMinutsCella, "7");
+        QTest::keyClick(d->txtMinutsCella, Qt::Key_Return);
+        QCOMPARE(acceptat.count(), 0);
+        QCOMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].text, QString("El valor no pot ser inferior a 10 minuts"));
+        QVERIFY(d->isVisible());
+    }
+
+    void anIncoherentJobRefusesTheConfirmation()
+    {
+        auto d = obre();
+        dades_prova::lloc(m_sessio->db(), "Lloc", 30);
+        const int id = dades_prova::feina(m_sessio->db(), "Lloc", QDate(2009, 1, 1), "09:30", "10:00");
+        const QByteArray ini = contingut(m_dir->fitxerIni());
+        escriuISurt(*d, d->txtMinutsCella, "60");
+        QTRY_COMPARE(d->minutsAcceptats(), 60);
+        m_ui.respostes = {true};
+        QTest::mouseClick(d->OKButton, Qt::LeftButton);
+        QCOMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].titol, QString("ERROR"));
+        QVERIFY(m_ui.crides[0].text.startsWith(QString("Hi ha feines (p.ex. id=%1)").arg(id)));
+        QVERIFY(d->isVisible());
+        QTRY_VERIFY(d->txtMinutsCella->hasFocus());
+        QCOMPARE(contingut(m_dir->fitxerIni()), ini);
+
+        // Back to a grid the job fits.
+        escriuISurt(*d, d->txtMinutsCella, "15");
+        QTRY_COMPARE(d->minutsAcceptats(), 15);
+        QTest::mouseClick(d->OKButton, Qt::LeftButton);
+        QCOMPARE(d->result(), int(QDialog::Accepted));
+        QCOMPARE(LlegirIni(m_dir->fitxerIni(), "Parametres", "MinutsCella", ""), QString("15"));
+    }
+
+    void answeringNoKeepsTheDialogOpen()
+    {
+        auto d = obre();
+        const QByteArray ini = contingut(m_dir->fitxerIni());
+        m_ui.respostes = {false};
+        d->chkDiumengesExtra->setChecked(false);
+        QTest::mouseClick(d->OKButton, Qt::LeftButton);
+        QCOMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].titol, QString("AVÍS"));
+        QVERIFY(d->isVisible());
+        QVERIFY(!m_sessio->ReiniciarAplicacio);
+        QCOMPARE(contingut(m_dir->fitxerIni()), ini);
+    }
+
+    void confirmingWritesTheChosenValuesAndAsksForARestart()
+    {
+        auto d = obre();
+        m_ui.respostes = {true};
+        d->ComboSelIdioma->setCurrentIndex(1);
+        d->ComboServeiXecs->setCurrentText("Desplaçaments");
+        d->txtValorDftXec->setText("15,00");
+        d->ComboHoraFinal->setCurrentText("20:00");
+        QTest::mouseClick(d->OKButton, Qt::LeftButton);
+        QCOMPARE(d->result(), int(QDialog::Accepted));
+        QVERIFY(m_sessio->ReiniciarAplicacio);
+        const Configuracio c = Configuracio::carrega(m_dir->path());
+        QCOMPARE(c.Idioma, QString("ES"));
+        QCOMPARE(c.ServeiXecs, QString("Desplaçaments"));
+        QCOMPARE(c.ValorXec, 15.0);
+        QCOMPARE(c.HoraFinal, QString("20:00"));
+        QCOMPARE(c.CellesDia, 40);
+    }
+
+    void cancelWritesNothingAndClearsTheRestart()
+    {
+        auto d = obre();
+        const QByteArray ini = contingut(m_dir->fitxerIni());
+        m_sessio->ReiniciarAplicacio = true;
+        d->txtHoresDia->setText("-3");
+        d->txtHoresDia->setFocus();
+        // Going to Cancel throws the value away without a complaint.
+        QTest::mouseClick(d->CancelButton, Qt::LeftButton);
+        QTest::qWait(30);
+        QCOMPARE(d->result(), int(QDialog::Rejected));
+        QVERIFY(!d->isVisible());
+        QVERIFY(m_ui.crides.isEmpty());
+        QVERIFY(!m_sessio->ReiniciarAplicacio);
+        QCOMPARE(contingut(m_dir->fitxerIni()), ini);
+    }
+
+    void theFirstRunCannotBeCancelled()
+    {
+        auto d = obre({}, true);
+        QVERIFY(!d->CancelButton->isEnabled());
+        QVERIFY(!d->btnPurgarBD->isVisible());
+        QVERIFY(!d->txtDataPurgat->isVisible());
+        QVERIFY(!d->txtUltDiaGenerat->isVisible());
+        QVERIFY(!d->fraLocalitzacio->isVisible());
+        QVERIFY(d->txtMinutsCella->isVisible());
+        QTest::keyClick(d.get(), Qt::Key_Escape);
+        d->close();
+        QVERIFY(d->isVisible());
+        desaCaptura(d.get(), "frm_configuracio_primera");
+        m_ui.respostes = {true};
+        QTest::mouseClick(d->OKButton, Qt::LeftButton);
+        QVERIFY(!d->isVisible());
+        QVERIFY(m_sessio->ReiniciarAplicacio);
+    }
+
+    void choosingTheDatabaseFile()
+    {
+        auto d = obre();
+        const QString abans = d->txtBD->text();
+        d->triaFitxer = [](QWidget *, const QString &) { return QString(); };
+        QTest::mouseClick(d->btnSeleccionaBD, Qt::LeftButton);
+        QCOMPARE(d->txtBD->text(), abans);
+        const QString nou = "/srv/dades/empresa/un/cami/molt/llarg/QuadrellaAltra.db";
+        QString actualVist;
+        d->triaFitxer = [&](QWidget *, const QString &actual) {
+            actualVist = actual;
+            return nou;
+        };
+        QTest::mouseClick(d->btnSeleccionaBD, Qt::LeftButton);
+        QCOMPARE(actualVist, abans);
+        QCOMPARE(d->txtBD->text(), nou);
+        QCOMPARE(d->txtBD->cursorPosition(), nou.size());
+        QCOMPARE(d->valors().BaseDades, nou);
+    }
+
+    void purgeFromTheDialog()
+    {
+        auto d = obre();
+        dades_prova::lloc(m_sessio->db(), "Lloc", 30);
+        dades_prova::feina(m_sessio->db(), "Lloc", QDate(2008, 12, 31), "08:00", "08:30");
+        dades_prova::feina(m_sessio->db(), "Lloc", QDate(2009, 1, 1), "08:00", "08:30");
+        d->txtDataPurgat->setText("31/12/2008");
+        m_ui.respostes = {true};
+        QTest::mouseClick(d->btnPurgarBD, Qt::LeftButton);
+        QCOMPARE(dades_prova::valor(m_sessio->db(), "SELECT count(*) FROM Feines"), qint64(1));
+        QCOMPARE(m_ui.crides.last().text, QString("1 feines esborrades."));
+        QVERIFY(m_sessio->CompactarBD);
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+
+        d->txtDataPurgat->setText("ahir");
+        QTest::mouseClick(d->btnPurgarBD, Qt::LeftButton);
+        QCOMPARE(m_ui.crides.last().text, QString("Data incorrecta"));
+    }
+
+    void aFailingPurgeIsReportedAsAnError()
+    {
+        auto d = obre();
+        m_sessio->db().close();
+        m_ui.respostes = {true};
+        QTest::mouseClick(d->btnPurgarBD, Qt::LeftButton);
+        QCOMPARE(m_ui.crides.last().titol, QString("ERROR"));
+        QVERIFY(m_ui.crides.last().text.startsWith("Error:"));
+        QVERIFY(d->isVisible());
+    }
+};
+
+QTEST_MAIN(TestConfiguracioDialog)
+#include "tst_configuracio_dialog.moc"
