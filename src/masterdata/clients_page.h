@@ -39,6 +39,8 @@ public slots:
     void recarregaServeis();
     // The jump from the agenda: selects the place with its client and asks to be shown.
     bool obreLloc(const QString &lloc);
+    // Refills the chosen client's vouchers (billing settles and deletes them too).
+    void Carrega_Xecs_Client();
 
 signals:
     void clientsCanviats(); // the client lists elsewhere (billing) must be refilled
@@ -59,7 +61,6 @@ private:
     void modificarClient();
     void eliminarClient();
 
-    void Carrega_Xecs_Client();
     void enXecTriat();
     FitxaXec fitxaXec() const;
     void mostraXec(const FitxaXec &f);

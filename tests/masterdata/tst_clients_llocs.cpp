@@ -593,20 +593,38 @@ private slots:
         QCOMPARE(linies[0].unitat, QStringLiteral("Hores"));
     }
 
-    void llistesDelFormulari()
+    // A failure half-way through a rename leaves every row as it was: the rename and what it
+    // carries are one unit.
+    void fallaAMeitatNoDeixaRes()
     {
         EntornMestres e;
-        {
-            IdiomaProva es(QStringLiteral("ES"));
-            const QStringList dies = GestioLlocs::diesSetmana();
-            QCOMPARE(dies.size(), 7);
-            QCOMPARE(dies.first(), QStringLiteral("domingos"));
-            QCOMPARE(dies.last(), QStringLiteral("sábados"));
-        }
-        GestioLlocs g(*e.sessio, e.io);
-        QCOMPARE(g.horesDia().size(), 48);
-        QCOMPARE(g.horesDia()[1], QStringLiteral("00:30"));
-        QCOMPARE(g.horesDia().last(), QStringLiteral("23:30"));
+        omple(e);
+        lloc(e.db(), QStringLiteral("Oficina"), 60, QString(), kClient);
+        xec(e.db(), 7, kClient, 0, QDate());
+        e.db().exec(QStringLiteral("INSERT INTO Pagaments VALUES ('Comunitat Exemple', '03/2009', 50)"));
+        e.db().exec(QStringLiteral("CREATE TRIGGER ple BEFORE UPDATE ON Pagaments BEGIN SELECT RAISE(ABORT, 'disc ple'); END"));
+        GestioClients g(*e.sessio, e.io);
+        FitxaClient f;
+        QVERIFY(g.carrega(kClient, f));
+        f.nom = QStringLiteral("Nou nom");
+        const QString abans = e.instantania();
+        QCOMPARE(g.ModificarClient(f), Resultat::Error);
+        QCOMPARE(e.io.crides.size(), 1);
+        QCOMPARE(e.io.crides[0].titol, QStringLiteral("ERROR"));
+        QVERIFY(e.io.crides[0].text.startsWith(QStringLiteral("Error:")));
+        QVERIFY(e.io.crides[0].text.contains(QStringLiteral("disc ple")));
+        QCOMPARE(e.instantania(), abans);
+        QCOMPARE(f.nomAnt, kClient); // the form still points at the stored row
+        QCOMPARE(e.db().transactionDepth(), 0);
+
+        // Same for a place whose lines cannot be removed: the place stays too.
+        llocServei(e.db(), QStringLiteral("Oficina"), QStringLiteral("Neteja"), 1, 6.25);
+        e.db().exec(QStringLiteral("CREATE TRIGGER fix BEFORE DELETE ON Llocs BEGIN SELECT RAISE(ABORT, 'bloquejat'); END"));
+        e.missatges();
+        GestioLlocs llocs(*e.sessio, e.io);
+        FitxaLloc l = llocNou(QStringLiteral("Oficina"));
+        QCOMPARE(llocs.EliminarLloc(l), Resultat::Error);
+        QCOMPARE(e.compte("SELECT COUNT(*) FROM Llocs_Serveis WHERE llocs_nom = 'Oficina'"), 1);
     }
 };
 

@@ -158,10 +158,6 @@ private slots:
         QCOMPARE(fill<QLineEdit>(p, "DataEntregaXec")->text(), format::dataCurta(QDate::currentDate()));
         captura(p, QStringLiteral("clients_page.png"));
 
-        // A client with places cannot go.
-        prem(p, "EliminarClient");
-        QCOMPARE(e.missatges(), QStringList{QStringLiteral("El client té llocs. No es pot eliminar")});
-
         // The list follows the keyboard: Up moves to the other client and shows it.
         QListWidget *clients = fill<QListWidget>(p, "ClientsLlista");
         clients->setFocus();

@@ -143,21 +143,6 @@ private slots:
         QCOMPARE(g.EliminarXec(liquidat), Resultat::Fet);
         QCOMPARE(e.compte("SELECT COUNT(*) FROM Xecs"), 0);
     }
-
-    void textosTraduits()
-    {
-        EntornMestres e;
-        client(e.db(), QStringLiteral("Client"));
-        xec(e.db(), 7, QStringLiteral("Client"), 0, QDate(2009, 3, 5));
-        IdiomaProva en(QStringLiteral("EN"));
-        GestioXecs g(*e.sessio, e.io);
-        FitxaXec f{QStringLiteral("7"), QStringLiteral("1"), {}, {}, {}};
-        QCOMPARE(g.AfegirXec(QStringLiteral("Client"), f), Resultat::Refusat);
-        QCOMPARE(e.missatges(), QStringList{QStringLiteral("The voucher already exists")});
-        QCOMPARE(g.EliminarXec(f), Resultat::Res);
-        QCOMPARE(e.io.crides.size(), 1);
-        QCOMPARE(e.io.crides[0].titol, QStringLiteral("CONFIRMATION"));
-    }
 };
 
 QTEST_GUILESS_MAIN(TestXecsClient)
