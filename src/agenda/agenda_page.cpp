@@ -4,6 +4,8 @@
 #include "agenda_llista_widget.h"
 #include "agenda_llistes.h"
 #include "calendari_widget.h"
+#include "editor_hores_widget.h"
+#include "frm_feines_dialog.h"
 
 #include "core/db.h"
 #include "core/formats.h"
@@ -200,6 +202,8 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
             AgendaGrid->setFocus(Qt::OtherFocusReason);
     };
     m_ctl->mostraIndicacio = [this](const QString &t, const QString &x) { mostraIndicacio(t, x); };
+    instalaEditorFeines(*m_ctl, sessio, ui, this);
+    new EditorHoresWidget(HoresGrid, sessio.db(), sessio.cfg(), m_ctl->model(), ui, 1);
 
     CalendariML->setDataSeleccionada(m_ctl->estat().DataCalendari);
     recarregaLlistes();

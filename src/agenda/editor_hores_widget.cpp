@@ -42,6 +42,15 @@ EditorHoresWidget::EditorHoresWidget(QTableView *horesGrid, EditorHores &editor,
     }
 }
 
+EditorHoresWidget::EditorHoresWidget(QTableView *horesGrid, Db &db, const Configuracio &cfg, const ModelAgenda &model,
+                                     Interaccio &ui, int desplacament)
+    : EditorHoresWidget(horesGrid, *new EditorHores(db, cfg, model), ui, desplacament)
+{
+    m_propi.reset(&m_editor);
+}
+
+EditorHoresWidget::~EditorHoresWidget() = default;
+
 int EditorHoresWidget::columnaActual() const
 {
     if (!m_grid || !m_grid->currentIndex().isValid())

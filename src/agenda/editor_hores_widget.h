@@ -7,9 +7,13 @@
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <memory>
 
+class Db;
 class EditorHores;
 class Interaccio;
+class ModelAgenda;
+struct Configuracio;
 class QLineEdit;
 class QTableView;
 
@@ -22,6 +26,11 @@ public:
     // text through the row's item model.
     EditorHoresWidget(QTableView *horesGrid, EditorHores &editor, Interaccio &ui, int desplacament = 0,
                       std::function<void(int, const QString &)> posaText = {});
+
+    // The same, with an editor of its own over the agenda model (the agenda page's overtime row).
+    EditorHoresWidget(QTableView *horesGrid, Db &db, const Configuracio &cfg, const ModelAgenda &model, Interaccio &ui,
+                      int desplacament);
+    ~EditorHoresWidget() override;
 
     QLineEdit *text1() const { return m_text1; }
     // Opens the editor over the row's current cell; `teclejat` is the typed character, if any.
@@ -39,6 +48,7 @@ private:
     int columnaActual() const;
 
     QPointer<QTableView> m_grid;
+    std::unique_ptr<EditorHores> m_propi;
     EditorHores &m_editor;
     Interaccio &m_ui;
     int m_desplacament;

@@ -1,7 +1,10 @@
 #include "frm_feines_dialog.h"
 
+#include "agenda_controller.h"
+
 #include "core/db.h"
 #include "core/interaccio.h"
+#include "core/sessio.h"
 #include "core/traduccio.h"
 
 #include <QCheckBox>
@@ -382,4 +385,12 @@ bool FrmFeinesDialog::eventFilter(QObject *obj, QEvent *event)
         }
     }
     return QDialog::eventFilter(obj, event);
+}
+
+void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare)
+{
+    ctl.obreEditor = [&ctl, &sessio, &ui, pare](Feina &f) {
+        FrmFeinesDialog finestra(sessio.db(), sessio.cfg(), ctl.motor(), ui, f, pare);
+        finestra.exec();
+    };
 }

@@ -7,7 +7,9 @@
 
 #include <QDialog>
 
+class ControladorAgenda;
 class QCheckBox;
+class Sessio;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -63,3 +65,6 @@ private:
     QPushButton *m_ok = nullptr;
     QPushButton *m_imprimir = nullptr;
 };
+
+// Makes the agenda open this window on its selected job (Enter or a double click on a job).
+void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare);
