@@ -150,14 +150,12 @@ private slots:
                  QStringLiteral("9.5/0/1"));
         QCOMPARE(canviats.count(), 1);
 
-        // The voucher service, loaded from the list, can be neither renamed nor deleted.
+        // The voucher service, loaded from the list, keeps its name.
         QListWidget *llista = fill<QListWidget>(p, "ServeisLlista");
         llista->setFocus();
         llista->setCurrentRow(0);
         QCOMPARE(fill<QLineEdit>(p, "NomServei")->text(), QStringLiteral("Neteja"));
         QCOMPARE(fill<QLineEdit>(p, "PreuUnServei")->text(), QStringLiteral("6,25"));
-        prem(p, "EliminarServei");
-        QCOMPARE(e.missatges(), QStringList{QStringLiteral("No es pot eliminar el servei dels xecs")});
         escriu(p, "NomServei", QStringLiteral("Neteja fina"));
         prem(p, "ModificarServei");
         QCOMPARE(e.missatges(), QStringList{QStringLiteral("No es pot modificar el nom del servei dels xecs")});
