@@ -1,7 +1,10 @@
 // The job editor window driven as a user drives it: it opens on a job, a service line is chosen,
 // typed and added, a line is taken out by clicking it, the done flag locks the fields, and
 // "Modificar" stores the job and its lines.
+#include "agenda/agenda_grid_widget.h"
+#include "agenda/agenda_page.h"
 #include "agenda/frm_feines_dialog.h"
+#include "agenda/hores_extres.h"
 #include "jobs/motor_feines.h"
 #include "support/entorn_proves.h"
 
@@ -12,7 +15,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTimer>
+#include <QToolButton>
 #include <QtTest>
+#include <functional>
 
 namespace {
 
@@ -56,6 +62,21 @@ T *fill(QWidget &w, const char *nom)
     if (!c)
         qFatal("missing control %s", nom);
     return c;
+}
+
+// Runs `accio` on the job editor once it is the modal window in front (it runs its own event loop).
+void quanSObri(std::function<void(FrmFeinesDialog &)> accio)
+{
+    auto *t = new QTimer;
+    t->setInterval(20);
+    QObject::connect(t, &QTimer::timeout, t, [t, accio] {
+        if (auto *d = qobject_cast<FrmFeinesDialog *>(QApplication::activeModalWidget())) {
+            t->stop();
+            t->deleteLater();
+            accio(*d);
+        }
+    });
+    t->start();
 }
 
 void grava(QWidget &w, const QString &nom)
@@ -223,6 +244,59 @@ private slots:
         QCOMPARE(e.ui.crides.at(0).text, QStringLiteral("Data incorrecta"));
         QCOMPARE(data->text(), QStringLiteral("15/05/2024"));
         QCOMPARE(e.feina.missatge, QString());
+    }
+
+    // On the agenda, Enter on a job opens this window on it; storing rebuilds the agenda.
+    void openedFromTheAgenda()
+    {
+        DirectoriProva dir;
+        auto sessio = dir.obreSessio();
+        InteraccioGuio ui;
+        const QDate dia(2024, 5, 14);
+        Db &db = sessio->db();
+        dades_prova::recurs(db, QStringLiteral("Marta"), 0x0000FF, true);
+        dades_prova::lloc(db, QStringLiteral("Exemple oficina"), 60);
+        const int id = dades_prova::feina(db, QStringLiteral("Exemple oficina"), dia, QStringLiteral("09:00"),
+                                          QStringLiteral("10:00"), QStringLiteral("Marta"));
+
+        AgendaPage page(*sessio, ui);
+        page.resize(1100, 700);
+        page.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page));
+        page.controlador().estat().DataCalendari = dia;
+        page.VistaDia->click();
+        const ModelAgenda &model = page.controlador().model();
+        const int col = columnaRecurs(model, QStringLiteral("Marta"));
+        QVERIFY(col > 0);
+        QCOMPARE(model.text(19, col), QStringLiteral("Exemple oficina")); // 09:00
+
+        QWidget *vp = page.AgendaGrid->viewport();
+        const QPoint cella = page.AgendaGrid->rectCella(19, col).center();
+        QTest::mousePress(vp, Qt::LeftButton, Qt::NoModifier, cella);
+        QTest::mouseRelease(vp, Qt::LeftButton, Qt::NoModifier, cella);
+        int obert = 0;
+        quanSObri([&](FrmFeinesDialog &d) {
+            obert = fill<QLineEdit>(d, "IdFeina")->text().toInt();
+            auto *obs = fill<QPlainTextEdit>(d, "ObservacionsFeina");
+            obs->setPlainText(QStringLiteral("Des de l'agenda"));
+            auto *fi = fill<QComboBox>(d, "HoraFiFeina");
+            QTest::keyClick(fi, Qt::Key_Down);
+            QTest::keyClick(fi, Qt::Key_Down);
+            QTest::mouseClick(fill<QPushButton>(d, "OKButton"), Qt::LeftButton);
+        });
+        page.AgendaGrid->setFocus();
+        ui.respostes = {true}; // the job has no lines: store it anyway
+        QTest::keyClick(page.AgendaGrid, Qt::Key_Return);
+        QCOMPARE(obert, id);
+        QCOMPARE(QApplication::activeModalWidget(), nullptr);
+        Query q = db.query(QStringLiteral("SELECT feines_hora_fi, feines_observacions FROM Feines WHERE feines_id = ?"));
+        q.bind(id).exec();
+        QVERIFY(q.next());
+        QCOMPARE(q.text(0), QStringLiteral("11:00"));
+        QCOMPARE(q.text(1), QStringLiteral("Des de l'agenda"));
+        // The agenda shows the longer job and billing must reload.
+        QCOMPARE(model.text(21, col), QStringLiteral("Exemple oficina"));
+        QVERIFY(sessio->RefrescarFacturacio);
     }
 };
 

@@ -1,7 +1,9 @@
 // The overtime row's in-place editor driven by mouse and keyboard: it opens on a click (only for a
 // worker whose time counts), on Enter or on a typed digit; Enter, Right, Left, a move of the current
 // cell and the loss of focus store; Escape does not.
+#include "agenda/agenda_controller.h"
 #include "agenda/agenda_model.h"
+#include "agenda/agenda_page.h"
 #include "agenda/editor_hores_widget.h"
 #include "agenda/hores_extres.h"
 #include "agenda/hores_extres_editor.h"
@@ -9,6 +11,7 @@
 
 #include <QLineEdit>
 #include <QTableWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -158,6 +161,45 @@ private slots:
         grid->setCurrentCell(0, f.model.columnes() - 2); // the last agenda column, unused
         QTest::keyClick(grid, Qt::Key_Return);
         QVERIFY(!text1->isVisible());
+    }
+
+    // The agenda page's own overtime row: a click on a worker's cell opens Text1 on the proposal,
+    // Enter stores, and the next rebuild shows the stored value.
+    void agendaPageOvertimeRow()
+    {
+        DirectoriProva dir;
+        dir.posaParametre(QStringLiteral("HoresDia"), QStringLiteral("1,00"));
+        auto sessio = dir.obreSessio();
+        InteraccioGuio ui;
+        Db &db = sessio->db();
+        dades_prova::recurs(db, QStringLiteral("Marta"), 0x0000FF, true);
+        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
+        const QDate dilluns(2024, 5, 13);
+        dades_prova::feina(db, QStringLiteral("Oficina"), dilluns, QStringLiteral("09:00"), QStringLiteral("11:00"), QStringLiteral("Marta"));
+
+        AgendaPage page(*sessio, ui);
+        page.resize(1100, 700);
+        page.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page));
+        page.controlador().estat().DataCalendari = dilluns;
+        page.VistaDia->click();
+        const int col = columnaRecurs(page.controlador().model(), QStringLiteral("Marta"));
+        QVERIFY(col > 0);
+        QTableWidget *hores = page.HoresGrid;
+        QCOMPARE(hores->item(0, col - 1)->text(), QStringLiteral("0,00"));
+        auto *text1 = hores->findChild<QLineEdit *>(QStringLiteral("Text1"));
+        QVERIFY(text1);
+
+        QTest::mouseClick(hores->viewport(), Qt::LeftButton, {}, rect(*hores, col).center());
+        QVERIFY(text1->isVisible());
+        QCOMPARE(text1->text(), QStringLiteral("1,00")); // 2 hours worked, 1 a day
+        QTest::keyClicks(text1, QStringLiteral("1,75"));
+        QTest::keyClick(text1, Qt::Key_Return);
+        QVERIFY(!text1->isVisible());
+        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), dilluns), 1.75);
+        page.controlador().Construeix_Agenda();
+        QCOMPARE(page.HoresGrid->item(0, col - 1)->text(), QStringLiteral("1,75"));
+        QVERIFY(ui.crides.isEmpty());
     }
 };
 
