@@ -211,6 +211,7 @@ private slots:
                                 "ServeisCombo", "QuantitatServeiFeina", "PreuServeiFeina", "AfegirServei", "DetallFeinaServeis"})
             QVERIFY2(!fill<QWidget>(d, nom)->isEnabled(), nom);
         QVERIFY(fill<QLineEdit>(d, "DataFacturaFeina")->isEnabled());
+        grava(d, QStringLiteral("frmFeines_feta.png"));
         QVERIFY(feta->isEnabled());
         QVERIFY(!d.editor().esborraRecurs());
 

@@ -193,6 +193,9 @@ private slots:
         QTest::mouseClick(hores->viewport(), Qt::LeftButton, {}, rect(*hores, col).center());
         QVERIFY(text1->isVisible());
         QCOMPARE(text1->text(), QStringLiteral("1,00")); // 2 hours worked, 1 a day
+        const QString captures = qEnvironmentVariable("QUADRELLA_CAPTURES");
+        if (!captures.isEmpty())
+            page.grab().save(captures + QStringLiteral("/agenda_hores.png"));
         QTest::keyClicks(text1, QStringLiteral("1,75"));
         QTest::keyClick(text1, Qt::Key_Return);
         QVERIFY(!text1->isVisible());
