@@ -44,73 +44,74 @@ class TestHoresExtres : public QObject {
     Q_OBJECT
 
 private slots:
-    // Only occupied slots count, whole; the day's hours are taken off except on the weekend days
-    // marked as extra.
-    void proposalCountingSlots()
+    // The proposal by counting mode, weekday, weekend settings and lunch break. Counting slots,
+    // only occupied slots count, whole; counting the span, the gaps between two jobs count too,
+    // except the lunch break, and nothing before the first job or after the last does.
+    void proposal_data()
     {
-        Configuracio cfg;
-        QVERIFY(cfg.CalculxHores);
-        const auto jornada = dia({"08:00-12:00", "15:00-19:30"}); // 17 slots
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDimecres), 0.5);
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDissabte), 8.5);
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 8.5);
-        cfg.DissabtesExtra = false;
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDissabte), 0.5);
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 8.5);
-        cfg.DiumengesExtra = false;
-        QCOMPARE(Calcula_Hores_Extres(jornada, cfg, kDiumenge), 0.5);
-
-        // A short job still takes its whole slot; a short day proposes nothing, never less.
-        QCOMPARE(Calcula_Hores_Extres(dia({"09:10-09:20"}), cfg, kDimecres), 0.0);
-        cfg.HoresDia = 0.25;
-        QCOMPARE(Calcula_Hores_Extres(dia({"09:10-09:20"}), cfg, kDimecres), 0.25);
-        cfg.HoresDia = 7.5;
-        QCOMPARE(Calcula_Hores_Extres(dia({"00:00-24:00"}), cfg, kDimecres), 16.5);
-        QCOMPARE(Calcula_Hores_Extres(dia({}), cfg, kDimecres), 0.0);
-
-        // The gaps between jobs do not count in this mode.
-        cfg.HoresDia = 2.0;
-        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDimecres), 1.0);
-
-        // Hour-long slots.
-        cfg.MinutsCella = 60;
-        cfg.DissabtesExtra = true;
-        QCOMPARE(Calcula_Hores_Extres(dia({"08:30-09:30"}, 60), cfg, kDimecres), 0.0);
-        QCOMPARE(Calcula_Hores_Extres(dia({"08:30-09:30"}, 60), cfg, kDissabte), 2.0);
+        QTest::addColumn<QStringList>("feines");
+        QTest::addColumn<bool>("perFranges");
+        QTest::addColumn<QDate>("dia");
+        QTest::addColumn<QString>("ajust"); // "" or one setting changed: "HoresDia=2", "Dissabtes=0", ...
+        QTest::addColumn<double>("esperat");
+        const QStringList jornada{"08:00-12:00", "15:00-19:30"}; // 17 slots
+        const QStringList ambBuit{"08:00-10:00", "11:00-12:00"};
+        const QStringList ambDinar{"09:00-13:00", "16:00-18:00"}; // gap 13:00-16:00
+        QTest::newRow("slots, weekday") << jornada << true << kDimecres << "" << 0.5;
+        QTest::newRow("slots, Saturday extra") << jornada << true << kDissabte << "" << 8.5;
+        QTest::newRow("slots, Sunday extra") << jornada << true << kDiumenge << "" << 8.5;
+        QTest::newRow("slots, Saturday not extra") << jornada << true << kDissabte << "Dissabtes=0" << 0.5;
+        QTest::newRow("slots, Sunday not extra") << jornada << true << kDiumenge << "Diumenges=0" << 0.5;
+        QTest::newRow("slots, Saturday rule on Sunday") << jornada << true << kDiumenge << "Dissabtes=0" << 8.5;
+        QTest::newRow("short day is 0, never less") << QStringList{"09:10-09:20"} << true << kDimecres << "" << 0.0;
+        QTest::newRow("short job takes its slot") << QStringList{"09:10-09:20"} << true << kDimecres << "HoresDia=0,25" << 0.25;
+        QTest::newRow("whole day") << QStringList{"00:00-24:00"} << true << kDimecres << "" << 16.0;
+        QTest::newRow("no jobs") << QStringList{} << true << kDissabte << "" << 0.0;
+        QTest::newRow("slots ignore gaps") << ambBuit << true << kDimecres << "HoresDia=2" << 1.0;
+        QTest::newRow("span fills the gap") << ambBuit << false << kDimecres << "" << 0.0;
+        QTest::newRow("span fills the gap, Saturday") << ambBuit << false << kDissabte << "" << 4.0;
+        QTest::newRow("span skips lunch") << ambDinar << false << kDiumenge << "" << 7.5;
+        QTest::newRow("span skips lunch, weekday") << ambDinar << false << kDimecres << "HoresDia=6" << 1.5;
+        QTest::newRow("span, nothing after the last job") << QStringList{"09:00-13:00"} << false << kDissabte << "" << 4.0;
+        QTest::newRow("span, nothing before the first job") << QStringList{"20:00-21:00"} << false << kDissabte << "" << 1.0;
+        // 1 + 0,5 (13:00-13:30) + 0,5 + 1 (15:00-16:00) + 0,5
+        QTest::newRow("span, job inside lunch") << QStringList{"12:00-13:00", "14:00-14:30", "16:00-16:30"} << false
+                                                << kDissabte << "" << 3.5;
+        QTest::newRow("span, other lunch") << QStringList{"09:00-11:00", "14:00-15:00"} << false << kDissabte
+                                           << "Dinar=12:00-12:30" << 5.5;
+        QTest::newRow("slots, other lunch") << QStringList{"09:00-11:00", "14:00-15:00"} << true << kDissabte
+                                            << "Dinar=12:00-12:30" << 3.0;
     }
 
-    // Counting the span of the day: the gaps between two jobs are worked time except the lunch
-    // break; the time before the first and after the last job is not.
-    void proposalCountingTheSpan()
+    void proposal()
     {
+        QFETCH(QStringList, feines);
+        QFETCH(bool, perFranges);
+        QFETCH(QDate, dia);
+        QFETCH(QString, ajust);
+        QFETCH(double, esperat);
         Configuracio cfg;
-        cfg.CalculxHores = false;
-        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDimecres), 0.0);
-        QCOMPARE(Calcula_Hores_Extres(dia({"08:00-10:00", "11:00-12:00"}), cfg, kDissabte), 4.0);
+        cfg.CalculxHores = perFranges;
+        const QString clau = ajust.section(QLatin1Char('='), 0, 0);
+        const QString valor = ajust.section(QLatin1Char('='), 1);
+        if (clau == QLatin1String("HoresDia"))
+            QVERIFY(format::llegeixReal(valor, &cfg.HoresDia));
+        else if (clau == QLatin1String("Dissabtes"))
+            cfg.DissabtesExtra = false;
+        else if (clau == QLatin1String("Diumenges"))
+            cfg.DiumengesExtra = false;
+        else if (clau == QLatin1String("Dinar")) {
+            cfg.HoraIniciDinar = valor.section(QLatin1Char('-'), 0, 0);
+            cfg.HoraFinalDinar = valor.section(QLatin1Char('-'), 1);
+        }
+        QCOMPARE(Calcula_Hores_Extres(dia(feines), cfg, dia), esperat);
 
-        // Gap 13:00-16:00: only 13:00-13:30 and 15:00-16:00 count. 4 + 1,5 + 2 = 7,5 hours.
-        const auto ambDinar = dia({"09:00-13:00", "16:00-18:00"});
-        QCOMPARE(Calcula_Hores_Extres(ambDinar, cfg, kDiumenge), 7.5);
-        cfg.HoresDia = 6.0;
-        QCOMPARE(Calcula_Hores_Extres(ambDinar, cfg, kDimecres), 1.5);
-
-        // A gap with nothing after it is not worked time; neither is the morning before.
-        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-13:00"}), cfg, kDissabte), 4.0);
-        QCOMPARE(Calcula_Hores_Extres(dia({"20:00-21:00"}), cfg, kDissabte), 1.0);
-
-        // A job inside the lunch break counts as any other; the gap up to it is lunch.
-        QCOMPARE(Calcula_Hores_Extres(dia({"12:00-13:00", "14:00-14:30", "16:00-16:30"}), cfg, kDissabte),
-                 // 1 + 0,5 (13:00-13:30) + 0,5 + 1 (15:00-16:00) + 0,5
-                 3.5);
-
-        // Another lunch break.
-        cfg.HoraIniciDinar = QStringLiteral("12:00");
-        cfg.HoraFinalDinar = QStringLiteral("12:30");
-        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-11:00", "14:00-15:00"}), cfg, kDissabte), 5.5);
-
-        // The same day counted by slots gives less.
-        cfg.CalculxHores = true;
-        QCOMPARE(Calcula_Hores_Extres(dia({"09:00-11:00", "14:00-15:00"}), cfg, kDissabte), 3.0);
+        // Hour-long slots give the same answer when the jobs fill whole hours.
+        if (ajust.isEmpty() && !feines.isEmpty() && feines.first().endsWith(QLatin1String(":00"))
+            && !feines.join(QString()).contains(QLatin1String(":30")) && !feines.join(QString()).contains(QLatin1String(":10"))) {
+            cfg.MinutsCella = 60;
+            QCOMPARE(Calcula_Hores_Extres(dia(feines, 60), cfg, dia), esperat);
+        }
     }
 
     // The proposal read from the day view of the agenda: each worker's first column, a group's

@@ -101,17 +101,6 @@ private slots:
         desaCaptura(d.get(), "frm_configuracio");
     }
 
-    void framesAreTranslatedInCapitals()
-    {
-        auto d = obre({{"Idioma", "ES"}});
-        QCOMPARE(d->fraBaseDades->title(), QString("BASE DE DATOS"));
-        QCOMPARE(d->fraLocalitzacio->title(), QString("LOCALIZACIÓN"));
-        QCOMPARE(d->windowTitle(), QString("Configuración"));
-        QVERIFY(d->OKButton->text().remove('&') == "Configurar");
-        QVERIFY(d->CancelButton->text().remove('&') == "Cancelar");
-        desaCaptura(d.get(), "frm_configuracio_es");
-    }
-
     void theVoucherServiceEnablesItsThreeFields()
     {
         auto d = obre({{"ValorXec", "10"}, {"MaxXecsMes", "3"}});

@@ -294,20 +294,6 @@ private slots:
         QVERIFY(s->ReiniciarAplicacio);
     }
 
-    void initialValuesShowTheSettingsInEffect()
-    {
-        DirectoriProva dir;
-        dir.posaParametre("HoresDia", "7,5");
-        dir.posaParametre("Idioma", "es");
-        dir.posaParametre("UltimDiaGen", "2009-02-28", "Estat");
-        auto s = dir.obreSessio();
-        const Valors v = valorsInicials(*s);
-        QCOMPARE(v.HoresDia, QString("7,50"));
-        QCOMPARE(v.Idioma, QString("(ES) Castellano"));
-        QCOMPARE(v.UltimDiaGen, QString("28/02/2009"));
-        QCOMPARE(v.MinutsCella, QString("30"));
-        QCOMPARE(v.BaseDades, s->cfg().BaseDades);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestEdicioConfiguracio)

@@ -102,6 +102,9 @@ private slots:
         });
 
         QVERIFY(app.inicia());
+        // No settings file: it is written with every default and the language list.
+        QVERIFY(QFileInfo::exists(directori_dades::fitxerIni(dir.path())));
+        QCOMPARE(app.sessio()->cfg().CellesDia, 48);
         QCOMPARE(idiomes, QStringList({"(CT) Català", "(ES) Castellano", "(EN) English"}));
         QVERIFY(app.splash() && app.splash()->isVisible());
         ComptaMostres mostres;
@@ -182,23 +185,6 @@ private slots:
         QCOMPARE(LlegirIni(dir.fitxerIni(), "Parametres", "PrimeraExecucio", ""), QString("0"));
     }
 
-    void aConfigurationChangeRestartsTheProgram()
-    {
-        DirectoriProva dir;
-        dir.posaParametre("PrimeraExecucio", "0");
-        InteraccioGuio ui;
-        ui.respostes = {true};
-        AplicacioEscriptori app(dir.path(), ui, opcions());
-        QSignalSpy acabada(&app, &AplicacioEscriptori::acabada);
-        QVERIFY(app.inicia());
-        QTRY_VERIFY(app.finestra()->isVisible());
-        GuioUsuari guio;
-        guio.quanAparegui([](QWidget *d) { QTest::mouseClick(qobject_cast<frmConfiguracio *>(d)->OKButton, Qt::LeftButton); });
-        app.finestra()->obreConfiguracio();
-        QCOMPARE(acabada.count(), 1);
-        QCOMPARE(m_reinicis, 1);
-    }
-
     void aBrokenSettingStopsTheStartUpWithItsMessage()
     {
         DirectoriProva dir;
@@ -247,25 +233,6 @@ private slots:
         QVERIFY(QFileInfo::exists(trad));
         QCOMPARE(app.finestra()->Pestanyes->tabText(frmMain::Facturacio), QString("Facturación"));
         QVERIFY(ui.crides.isEmpty());
-    }
-
-    void noSettingsFileStartsWithEveryDefault()
-    {
-        DirectoriProva dir;
-        QVERIFY(QFile::remove(dir.fitxerIni()));
-        InteraccioGuio ui;
-        ui.respostes = {true};
-        AplicacioEscriptori app(dir.path(), ui, opcions());
-        GuioUsuari guio;
-        guio.quanAparegui([](QWidget *d) { QTest::mouseClick(qobject_cast<frmSelIdioma *>(d)->OKButton, Qt::LeftButton); });
-        guio.quanAparegui([](QWidget *d) { QTest::mouseClick(qobject_cast<frmConfiguracio *>(d)->OKButton, Qt::LeftButton); });
-        QVERIFY(app.inicia());
-        QVERIFY(QFileInfo::exists(dir.fitxerIni()));
-        QVERIFY(app.primeraExecucio());
-        QCOMPARE(app.sessio()->cfg().MinutsCella, 30);
-        QCOMPARE(app.sessio()->cfg().CellesDia, 48);
-        QCOMPARE(llistaIdiomes(dir.fitxerIni()).size(), 3);
-        QTRY_COMPARE_WITH_TIMEOUT(m_reinicis, 1, 10000);
     }
 
     void aMissingHelpFileIsReportedAndTheProgramGoesOn()
