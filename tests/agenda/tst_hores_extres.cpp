@@ -16,7 +16,7 @@ const QDate kDiumenge(2024, 5, 19);
 
 // The 48 half-hour slots of a day, occupied where one of the given "hh:mm-hh:mm" jobs covers the
 // slot's start.
-QList<FranjaHores> dia(const QStringList &feines, int minutsCella = 30)
+QList<FranjaHores> franges(const QStringList &feines, int minutsCella = 30)
 {
     QList<FranjaHores> r;
     for (int m = 0; m < 1440; m += minutsCella) {
@@ -66,6 +66,7 @@ private slots:
         QTest::newRow("short day is 0, never less") << QStringList{"09:10-09:20"} << true << kDimecres << "" << 0.0;
         QTest::newRow("short job takes its slot") << QStringList{"09:10-09:20"} << true << kDimecres << "HoresDia=0,25" << 0.25;
         QTest::newRow("whole day") << QStringList{"00:00-24:00"} << true << kDimecres << "" << 16.0;
+        QTest::newRow("hour slots") << QStringList{"08:30-09:30"} << true << kDissabte << "Cella=60" << 2.0;
         QTest::newRow("no jobs") << QStringList{} << true << kDissabte << "" << 0.0;
         QTest::newRow("slots ignore gaps") << ambBuit << true << kDimecres << "HoresDia=2" << 1.0;
         QTest::newRow("span fills the gap") << ambBuit << false << kDimecres << "" << 0.0;
@@ -100,18 +101,13 @@ private slots:
             cfg.DissabtesExtra = false;
         else if (clau == QLatin1String("Diumenges"))
             cfg.DiumengesExtra = false;
+        else if (clau == QLatin1String("Cella"))
+            cfg.MinutsCella = valor.toInt();
         else if (clau == QLatin1String("Dinar")) {
             cfg.HoraIniciDinar = valor.section(QLatin1Char('-'), 0, 0);
             cfg.HoraFinalDinar = valor.section(QLatin1Char('-'), 1);
         }
-        QCOMPARE(Calcula_Hores_Extres(dia(feines), cfg, dia), esperat);
-
-        // Hour-long slots give the same answer when the jobs fill whole hours.
-        if (ajust.isEmpty() && !feines.isEmpty() && feines.first().endsWith(QLatin1String(":00"))
-            && !feines.join(QString()).contains(QLatin1String(":30")) && !feines.join(QString()).contains(QLatin1String(":10"))) {
-            cfg.MinutsCella = 60;
-            QCOMPARE(Calcula_Hores_Extres(dia(feines, 60), cfg, dia), esperat);
-        }
+        QCOMPARE(Calcula_Hores_Extres(franges(feines, cfg.MinutsCella), cfg, dia), esperat);
     }
 
     // The proposal read from the day view of the agenda: each worker's first column, a group's
