@@ -8,7 +8,6 @@
 #include "core/traduccio.h"
 
 #include <QStringList>
-#include <cmath>
 #include <stdexcept>
 
 // Every statement here is prepared once per connection (Db::prepared) and reused: the planning
