@@ -24,8 +24,6 @@ bool mateixNom(const QString &a, const QString &b)
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-constexpr const char *kTexteSolapades = "Feines solapades";
-
 } // namespace
 
 ModelAgenda::ModelAgenda(Db &db, const Configuracio &cfg) : m_db(db), m_cfg(cfg) {}
@@ -213,8 +211,16 @@ void ModelAgenda::construeixMes()
         " ORDER BY feines_data, feines_hora_inici, feines_id"));
     q.bind(m_estat.IniciMes).bind(m_estat.IniciMes.addDays(41)).exec();
     static const QString salt = QStringLiteral("\r\n");
+    // The rows come by day: each day's text is parsed once.
+    QString diaAnterior;
+    qint64 n = -1;
     while (q.next()) {
-        const qint64 n = m_estat.IniciMes.daysTo(q.date(1));
+        const QString dia = q.text(1);
+        if (dia != diaAnterior) {
+            diaAnterior = dia;
+            const QDate d = QDate::fromString(dia, Qt::ISODate);
+            n = d.isValid() ? m_estat.IniciMes.daysTo(d) : -1;
+        }
         if (n < 0 || n > 41)
             continue;
         CellaAgenda &b = at(int(n / 7) + 1, int(n % 7) + 1);
@@ -365,7 +371,7 @@ void ModelAgenda::posa(const Feina &f, qint32 color, int assignaTemps)
             }
             c.feines.append(f.feines_id);
         } else if (!avisat) {
-            m_avisos << Tradueix(kTexteSolapades);
+            m_avisos << Tradueix("Feines solapades");
             avisat = true;
         }
     }
