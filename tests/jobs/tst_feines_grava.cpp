@@ -269,36 +269,13 @@ private slots:
         QVERIFY(!f.feines_data_factura.isValid());
         QCOMPARE(f.feines_observacions, QString());
 
-        Query q = b.db.query(QStringLiteral("SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom, feines_feta,"
-                                            " feines_data_factura IS NULL, feines_observacions IS NULL FROM Feines WHERE feines_id = ?"));
-        q.bind(f.feines_id).exec();
-        QVERIFY(q.next());
-        QCOMPARE(q.text(0), QStringLiteral("L'Estel"));
-        QCOMPARE(q.text(1), QStringLiteral("2024-05-14"));
-        QCOMPARE(q.text(2), QStringLiteral("08:00"));
-        QCOMPARE(q.text(3), QStringLiteral("09:30"));
-        QCOMPARE(q.text(4), QStringLiteral("Marta i Oriol"));
-        QCOMPARE(q.integer(5), 0);
-        QCOMPARE(q.integer(6), 1);
-        QCOMPARE(q.integer(7), 1);
-
+        QCOMPARE(files(b.db, QStringLiteral("SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom, feines_feta,"
+                                            " feines_data_factura, feines_observacions FROM Feines WHERE feines_id = ?"), {f.feines_id}),
+                 QStringList({"L'Estel|2024-05-14|08:00|09:30|Marta i Oriol|0|NULL|NULL"}));
         // The place's agreed price and wording travel with the job, the unit from the service.
-        Query d = b.db.query(QStringLiteral("SELECT serveis_nom, feines_detall_quantitat, feines_detall_preu_un, feines_detall_unitat,"
-                                            " feines_detall_descripcio FROM Feines_Detall WHERE feines_id = ? ORDER BY serveis_nom"));
-        d.bind(f.feines_id).exec();
-        QVERIFY(d.next());
-        QCOMPARE(d.text(0), QStringLiteral("Desplaçaments"));
-        QCOMPARE(d.real(1), 10.0);
-        QCOMPARE(d.real(2), 0.2);
-        QCOMPARE(d.text(3), QStringLiteral("Kms"));
-        QVERIFY(d.value(4).isNull());
-        QVERIFY(d.next());
-        QCOMPARE(d.text(0), QStringLiteral("Neteja"));
-        QCOMPARE(d.real(1), 3.0);
-        QCOMPARE(d.real(2), 7.5);
-        QCOMPARE(d.text(3), QStringLiteral("Hores"));
-        QCOMPARE(d.text(4), QStringLiteral("Neteja de l'Estel"));
-        QVERIFY(!d.next());
+        QCOMPARE(files(b.db, QStringLiteral("SELECT serveis_nom, feines_detall_quantitat, feines_detall_preu_un, feines_detall_unitat,"
+                                            " feines_detall_descripcio FROM Feines_Detall WHERE feines_id = ? ORDER BY serveis_nom"), {f.feines_id}),
+                 QStringList({"Desplaçaments|10|0.2|Kms|NULL", "Neteja|3|7.5|Hores|Neteja de l'Estel"}));
 
         // A place with no services gives a job with no lines; no default resource leaves it unassigned.
         Feina g = nova(QStringLiteral("Buit"), QStringLiteral("08:00"));

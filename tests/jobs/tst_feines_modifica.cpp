@@ -28,6 +28,16 @@ Feina llegeix(Db &db, int id)
     return f;
 }
 
+// A record in one line: id|place|date|start-end|resource|done|billing date|notes.
+QString resum(const Feina &f)
+{
+    return QStringList({QString::number(f.feines_id), f.llocs_nom, f.feines_data.toString(Qt::ISODate),
+                        f.feines_hora_inici + QLatin1Char('-') + f.feines_hora_fi, f.recursos_nom,
+                        f.feines_feta ? QStringLiteral("feta") : QStringLiteral("no"),
+                        f.feines_data_factura.toString(Qt::ISODate), f.feines_observacions})
+        .join(QLatin1Char('|'));
+}
+
 struct EstatXec {
     QVariant feina;
     QVariant liquidat;
@@ -251,15 +261,7 @@ private slots:
         f.missatge = QStringLiteral("vell");
         m.Borra_Feina(f);
         QCOMPARE(f.missatge, QString());
-        QCOMPARE(f.feines_id, id);
-        QCOMPARE(f.llocs_nom, QStringLiteral("L'Estel"));
-        QCOMPARE(f.feines_data, kAvui);
-        QCOMPARE(f.feines_hora_inici, QStringLiteral("09:00"));
-        QCOMPARE(f.feines_hora_fi, QStringLiteral("10:00"));
-        QCOMPARE(f.recursos_nom, QStringLiteral("Oriol"));
-        QVERIFY(!f.feines_feta);
-        QCOMPARE(f.feines_data_factura, QDate(2024, 5, 31));
-        QCOMPARE(f.feines_observacions, QStringLiteral("nota"));
+        QCOMPARE(resum(f), QString::number(id) + QStringLiteral("|L'Estel|2024-05-14|09:00-10:00|Oriol|no|2024-05-31|nota"));
 
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_id = ?"), {id}), 0);
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {id}), 0);
@@ -330,11 +332,7 @@ private slots:
         }
         Feina f;
         m.Busca_Feina(f, kAvui, QStringLiteral("12:15"), QStringLiteral("Oficina"), QStringLiteral("Oriol"));
-        QCOMPARE(f.llocs_nom, QStringLiteral("Oficina"));
-        QCOMPARE(f.feines_data, kAvui);
-        QCOMPARE(f.feines_hora_inici, QStringLiteral("12:00"));
-        QCOMPARE(f.feines_hora_fi, QStringLiteral("13:00"));
-        QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol"));
+        QCOMPARE(resum(f), QString::number(equipId) + QStringLiteral("|Oficina|2024-05-14|12:00-13:00|Marta i Oriol|no||"));
     }
 };
 

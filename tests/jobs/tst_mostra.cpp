@@ -5,27 +5,11 @@
 #include "jobs/dades_mostra.h"
 #include "support/entorn_proves.h"
 
-#include <QSqlRecord>
 #include <QtTest>
 
 using namespace dades_prova;
 
 namespace {
-
-// Every row of a query, its columns joined with '|', in the order the query gives.
-QStringList files(Db &db, const QString &sql)
-{
-    QStringList result;
-    Query q = db.query(sql);
-    q.exec();
-    while (q.next()) {
-        QStringList cols;
-        for (int i = 0; i < q.raw().record().count(); ++i)
-            cols << (q.value(i).isNull() ? QStringLiteral("NULL") : q.value(i).toString());
-        result << cols.join(QLatin1Char('|'));
-    }
-    return result;
-}
 
 QString iso(const QDate &d)
 {

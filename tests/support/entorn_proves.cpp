@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QSqlDriver>
+#include <QSqlRecord>
 #include <stdexcept>
 
 // ---------------------------------------------------------------- DirectoriProva
@@ -125,6 +126,23 @@ void xec(Db &db, int xecsId, const QString &client, int feinesId, const QDate &l
 {
     db.query(QStringLiteral("INSERT INTO Xecs (xecs_id, clients_nom, feines_id, xecs_data_liquidat, xecs_valor) VALUES (?, ?, ?, ?, 10)"))
         .bind(xecsId).bind(client).bind(feinesId ? QVariant(feinesId) : QVariant()).bind(liquidat).exec();
+}
+
+QStringList files(Db &db, const QString &sql, const QVariantList &valors)
+{
+    QStringList result;
+    Query q = db.query(sql);
+    for (const QVariant &v : valors)
+        q.bind(v);
+    q.exec();
+    while (q.next()) {
+        QStringList cols;
+        const int n = q.raw().record().count();
+        for (int i = 0; i < n; ++i)
+            cols << (q.value(i).isNull() ? QStringLiteral("NULL") : q.value(i).toString());
+        result << cols.join(QLatin1Char('|'));
+    }
+    return result;
 }
 
 qint64 valor(Db &db, const QString &sql, const QVariantList &valors)

@@ -75,6 +75,8 @@ void llocServei(Db &db, const QString &lloc, const QString &servei, double quant
 int feina(Db &db, const QString &lloc, const QDate &data, const QString &inici, const QString &fi,
           const QString &recurs = QString(), bool feta = false);
 void xec(Db &db, int xecsId, const QString &client, int feinesId, const QDate &liquidat);
+// Every row of a query, its columns joined with '|' (Null as "NULL"), in the query's order.
+QStringList files(Db &db, const QString &sql, const QVariantList &valors = {});
 // The single integer that a query returns (a count, usually).
 qint64 valor(Db &db, const QString &sql, const QVariantList &valors = {});
 // The raw SQLite handle of a connection (to install traces or hooks in a test).
