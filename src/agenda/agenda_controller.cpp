@@ -67,13 +67,14 @@ void ControladorAgenda::Construeix_Agenda()
     } catch (const DbError &) {
         // The rebuild reports nothing itself: the grid keeps what was drawn before the error.
     }
-    for (const QString &avis : m_model.avisos())
-        m_interaccio.informa(kTitol, avis);
     setCellaActual(fila, col);
     *m_refrescarAgenda = false;
     m_imprimirActiu = false;
     if (alReconstruir)
         alReconstruir();
+    // Told once the grid shows the new model: a message box lets the page repaint meanwhile.
+    for (const QString &avis : m_model.avisos())
+        m_interaccio.informa(kTitol, avis);
 }
 
 // ------------------------------------------------------------------ helpers
