@@ -94,7 +94,7 @@ public:
             fn.setPointSizeF(fn.pointSizeF() * 0.85);
             fn.setBold(dia == m_ctl.model().avui());
             const QFontMetrics fmn(fn);
-            QRect zonaNum = r.adjusted(3, 1, -4, 0);
+            QRect zonaNum = r.adjusted(3, 3, -5, 0);
             zonaNum.setHeight(fmn.height());
             if (dia.isValid()) {
                 p->save();
