@@ -8,6 +8,8 @@
 #include "core/interaccio.h"
 #include "core/traduccio.h"
 
+#include <optional>
+
 namespace {
 
 const QString kCrLf = QStringLiteral("\r\n");
@@ -54,9 +56,7 @@ QString Planificador::Planificar_Feines(const QDate &F, const QDate &L)
         m_registre.afegeix(kCrLf + Tradueix("Iniciant planificació periode:") + QLatin1Char(' ') + format::dataCurta(F)
                            + QStringLiteral(" - ") + format::dataCurta(L) + QStringLiteral(" ...") + kCrLf);
         try {
-            const QList<Lloc> llocs = llegeixLlocs();
-            for (const Lloc &lloc : llocs)
-                planificaLloc(lloc, F, L);
+            planificaLlocs(llegeixLlocs(), F, L);
             m_registre.afegeix(kCrLf + kCrLf + QString::number(m_comptador) + Tradueix(" feines planificades.") + kCrLf);
             m_registre.afegeix(kCrLf + kCrLf + Tradueix("FINALITZACIO CORRECTA!!!") + kCrLf);
         } catch (const std::exception &e) {
@@ -101,24 +101,45 @@ QDate Planificador::darreraFeina(const QString &lloc)
     return q.next() ? q.date(0) : QDate();
 }
 
-void Planificador::planificaLloc(const Lloc &lloc, const QDate &F, const QDate &L)
+void Planificador::planificaLlocs(const QList<Lloc> &llocs, const QDate &F, const QDate &L)
 {
-    // One transaction per place: a run stopped half way keeps every place already planned, and
-    // the place in hand keeps the jobs its log already shows.
-    Transaction t(m_db);
+    // Whole places make a unit of work, so a place is never half committed. Small units cost
+    // dear: each commit rewrites every index page its jobs touched, and a place's jobs are spread
+    // over the whole period. A failure commits what the log already shows before it is reported.
+    std::optional<Transaction> t;
+    int pendents = 0;
     try {
-        const QDate darrera = lloc.ritme.mensual() ? QDate() : darreraFeina(lloc.nom);
-        const QList<QDate> dies = diesPlanificats(lloc.ritme, F, L, darrera, m_cfg.PrimerDiaSetmana);
-        for (const QDate &dia : dies)
-            creaFeina(lloc, dia);
+        for (const Lloc &lloc : llocs) {
+            if (!t)
+                t.emplace(m_db);
+            const int abans = m_comptador;
+            planificaLloc(lloc, F, L);
+            pendents += m_comptador - abans;
+            if (pendents >= m_feinesPerTransaccio) {
+                t->commit();
+                t.reset();
+                pendents = 0;
+            }
+        }
+        if (t)
+            t->commit();
     } catch (...) {
-        try {
-            t.commit();
-        } catch (...) {
+        if (t) {
+            try {
+                t->commit();
+            } catch (...) {
+            }
         }
         throw;
     }
-    t.commit();
+}
+
+void Planificador::planificaLloc(const Lloc &lloc, const QDate &F, const QDate &L)
+{
+    const QDate darrera = lloc.ritme.mensual() ? QDate() : darreraFeina(lloc.nom);
+    const QList<QDate> dies = diesPlanificats(lloc.ritme, F, L, darrera, m_cfg.PrimerDiaSetmana);
+    for (const QDate &dia : dies)
+        creaFeina(lloc, dia);
 }
 
 void Planificador::creaFeina(const Lloc &lloc, const QDate &dia)

@@ -27,6 +27,11 @@ public:
     // Jobs stored by the last run.
     int feinesPlanificades() const { return m_comptador; }
 
+    // The unit of work: the run commits after the place in hand once at least this many jobs
+    // wait to be committed (1: after every place). A stopped run commits what it stored too.
+    void setFeinesPerTransaccio(int n) { m_feinesPerTransaccio = n < 1 ? 1 : n; }
+    int feinesPerTransaccio() const { return m_feinesPerTransaccio; }
+
 private:
     struct Lloc {
         QString nom;
@@ -36,6 +41,7 @@ private:
 
     QList<Lloc> llegeixLlocs();
     QDate darreraFeina(const QString &lloc);
+    void planificaLlocs(const QList<Lloc> &llocs, const QDate &F, const QDate &L);
     void planificaLloc(const Lloc &lloc, const QDate &F, const QDate &L);
     void creaFeina(const Lloc &lloc, const QDate &dia);
 
@@ -44,4 +50,8 @@ private:
     MotorFeines &m_motor;
     RegistreSortida &m_registre;
     int m_comptador = 0;
+    int m_feinesPerTransaccio = kFeinesPerTransaccio;
+
+public:
+    static constexpr int kFeinesPerTransaccio = 2000;
 };

@@ -91,6 +91,20 @@ private:
     int m_vegada;
 };
 
+// A log sink that lets a test look around each time a piece of the log arrives.
+class RegistreAmbAccio : public RegistreMemoria {
+public:
+    explicit RegistreAmbAccio(std::function<void(const QString &)> accio) : m_accio(std::move(accio)) {}
+    void afegeix(const QString &t) override
+    {
+        RegistreMemoria::afegeix(t);
+        m_accio(t);
+    }
+
+private:
+    std::function<void(const QString &)> m_accio;
+};
+
 const QString kCrLf = QStringLiteral("\r\n");
 
 } // namespace
@@ -273,8 +287,16 @@ private slots:
 
     // A run-time error stops the run: its text comes back, the log closes with the error line,
     // and everything stored before it stays, including the jobs of the place in hand.
+    void runTimeErrors_data()
+    {
+        QTest::addColumn<int>("perTransaccio");
+        QTest::newRow("a commit after every place") << 1;
+        QTest::newRow("several places a commit") << Planificador::kFeinesPerTransaccio;
+    }
+
     void runTimeErrors()
     {
+        QFETCH(int, perTransaccio);
         BaseProva b;
         dades_prova::lloc(b.db, QStringLiteral("A"), 30);
         dades_prova::lloc(b.db, QStringLiteral("B"), 30);
@@ -285,16 +307,21 @@ private slots:
 
         RegistreQueFalla log(QStringLiteral("'B'"), 2);
         Planificador p(b.db, b.cfg, motor, log);
+        p.setFeinesPerTransaccio(perTransaccio);
         QCOMPARE(p.Planificar_Feines(d(2009, 3, 1), d(2009, 3, 31)),
                  QStringLiteral("Error en Planificar_Feines:finestra tancada"));
         QVERIFY(log.text.endsWith(QStringLiteral("\r\n\r\nFINALITZACIO AMB ERRORS!!!\r\n")));
         QVERIFY(!log.text.contains(QStringLiteral("FINALITZACIO CORRECTA")));
         QVERIFY(!log.text.contains(QStringLiteral("feines planificades")));
         QCOMPARE(log.ocupacions, QList<bool>({true, false}));
-        QCOMPARE(datesFeines(b.db, QStringLiteral("A")).size(), 5);
-        QCOMPARE(datesFeines(b.db, QStringLiteral("B")), QList<QDate>({d(2009, 3, 1), d(2009, 3, 8)}));
-        QVERIFY(datesFeines(b.db, QStringLiteral("C")).isEmpty());
         QCOMPARE(b.db.transactionDepth(), 0);
+        // What the log showed is stored, seen from another connection too.
+        Db altra;
+        altra.open(b.fitxer());
+        QCOMPARE(datesFeines(altra, QStringLiteral("A")).size(), 5);
+        QCOMPARE(datesFeines(altra, QStringLiteral("B")), QList<QDate>({d(2009, 3, 1), d(2009, 3, 8)}));
+        QVERIFY(datesFeines(altra, QStringLiteral("C")).isEmpty());
+        altra.close();
 
         // A database failure of the planning's own reading ends the same way.
         b.db.exec(QStringLiteral("DROP TABLE Llocs"));
@@ -304,6 +331,37 @@ private slots:
                  qPrintable(res));
         QCOMPARE(log2.text, QStringLiteral("\r\nIniciant planificació periode: 01/04/2009 - 30/04/2009 ...\r\n"
                                            "\r\n\r\nFINALITZACIO AMB ERRORS!!!\r\n"));
+    }
+
+    // Work is committed place by place as the run goes on: another connection sees a finished
+    // place while later places are being planned, unless the unit holds several places.
+    void unitOfWork()
+    {
+        for (const int perTransaccio : {1, 6, Planificador::kFeinesPerTransaccio}) {
+            BaseProva b;
+            for (const char *lloc : {"A", "B", "C"}) {
+                dades_prova::lloc(b.db, QString::fromLatin1(lloc), 30);
+                posaRitme(b.db, QString::fromLatin1(lloc), {7, false, false, 0, true, true, QStringLiteral("10:00")});
+            }
+            MotorFeines motor(b.db, b.cfg);
+            Db altra;
+            altra.open(b.fitxer());
+            QList<qint64> vistes; // jobs the other connection sees when each place starts
+            RegistreAmbAccio log([&](const QString &t) {
+                if (t.contains(QStringLiteral("01/03/2009")) && t.startsWith(QStringLiteral("\r\nFeina ")))
+                    vistes << totalFeines(altra);
+            });
+            Planificador p(b.db, b.cfg, motor, log);
+            p.setFeinesPerTransaccio(perTransaccio);
+            QCOMPARE(p.Planificar_Feines(d(2009, 3, 1), d(2009, 3, 31)), QString());
+            QCOMPARE(totalFeines(altra), qint64(15));
+            if (perTransaccio == 1)
+                QCOMPARE(vistes, QList<qint64>({0, 5, 10}));
+            else if (perTransaccio == 6) // A and B (10 jobs) make the first unit
+                QCOMPARE(vistes, QList<qint64>({0, 0, 10}));
+            else
+                QCOMPARE(vistes, QList<qint64>({0, 0, 0}));
+        }
     }
 
     // The trigger: a day up to the last planned day asks nothing; No changes nothing; Yes plans
