@@ -6,12 +6,9 @@
 
 QStringList llistaLlocsAgenda(Db &db)
 {
-    QStringList l;
     Query q = db.prepared(QStringLiteral("SELECT llocs_nom FROM Llocs ORDER BY llocs_nom"));
     q.exec();
-    while (q.next())
-        l << q.text(0);
-    return l;
+    return q.columna();
 }
 
 QList<EntradaRecurs> llistaRecursosAgenda(Db &db)

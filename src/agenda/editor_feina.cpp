@@ -96,8 +96,7 @@ void EditorFeina::carrega(Feina &feina)
     {
         Query q = m_db.query(QStringLiteral("SELECT serveis_nom FROM Serveis ORDER BY serveis_nom"));
         q.exec();
-        while (q.next())
-            m_serveis << q.text(0);
+        m_serveis += q.columna();
     }
 
     m_linies.clear();

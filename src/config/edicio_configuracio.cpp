@@ -136,8 +136,7 @@ QStringList serveisXecs(Db &db)
     QStringList l{QString()};
     Query q = db.query(QStringLiteral("SELECT serveis_nom FROM Serveis ORDER BY serveis_nom"));
     q.exec();
-    while (q.next())
-        l << q.text(0);
+    l += q.columna();
     return l;
 }
 

@@ -157,6 +157,14 @@ bool Query::next()
     return false;
 }
 
+QStringList Query::columna()
+{
+    QStringList out;
+    while (next())
+        out << text(0);
+    return out;
+}
+
 int Query::indexOf(const QString &column) const
 {
     const int i = m_query->record().indexOf(column);
@@ -380,12 +388,9 @@ bool Db::tableExists(const QString &table)
 
 QStringList Db::columns(const QString &table)
 {
-    QStringList result;
     Query q = query(QStringLiteral("SELECT name FROM pragma_table_info(?)"));
     q.bind(table).exec();
-    while (q.next())
-        result << q.text(0);
-    return result;
+    return q.columna();
 }
 
 void Db::begin()

@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 #include <stdexcept>
@@ -42,6 +43,8 @@ public:
     // Runs the statement (the bound values are cleared for the next run afterwards).
     Query &exec();
     bool next();
+    // The text of the first column of every remaining row (runs the statement if needed).
+    QStringList columna();
 
     QString text(const QString &column) const;
     QString text(int column) const;

@@ -281,13 +281,10 @@ bool MotorFeines::solapamentRecurs(const QString &recurs, const Feina &f, int ex
 
 QStringList MotorFeines::membres(const QString &grup)
 {
-    QStringList llista;
     Query q = m_db.prepared(QStringLiteral(
         "SELECT recursos_component_nom FROM Recursos_Components WHERE recursos_nom = ?"));
     q.bind(grup).exec();
-    while (q.next())
-        llista << q.text(0);
-    return llista;
+    return q.columna();
 }
 
 // ---------------------------------------------------------------- Grava_Feina

@@ -10,12 +10,9 @@ GestioClients::GestioClients(Sessio &sessio, Interaccio &io) : m_sessio(sessio),
 
 QStringList GestioClients::noms()
 {
-    QStringList out;
     Query q = m_sessio.db().prepared(QStringLiteral("SELECT clients_nom FROM Clients ORDER BY clients_nom"));
     q.exec();
-    while (q.next())
-        out << q.text(0);
-    return out;
+    return q.columna();
 }
 
 bool GestioClients::carrega(const QString &nom, FitxaClient &f)

@@ -26,13 +26,10 @@ GestioLlocs::GestioLlocs(Sessio &sessio, Interaccio &io) : m_sessio(sessio), m_i
 
 QStringList GestioLlocs::llocsClient(const QString &client)
 {
-    QStringList out;
     Query q = m_sessio.db().prepared(
         QStringLiteral("SELECT llocs_nom FROM Llocs WHERE Llocs.clients_nom = ? ORDER BY Llocs.llocs_nom"));
     q.bind(client).exec();
-    while (q.next())
-        out << q.text(0);
-    return out;
+    return q.columna();
 }
 
 bool GestioLlocs::carrega(const QString &nom, FitxaLloc &f)

@@ -54,14 +54,11 @@ QStringList GestioRecursos::noms()
 
 QStringList GestioRecursos::individus(const QString &excepte)
 {
-    QStringList out;
     Query q = m_sessio.db().prepared(QStringLiteral(
         "SELECT recursos_nom FROM Recursos WHERE recursos_grup = 0 AND recursos_nom <> COALESCE(?, '') "
         "ORDER BY recursos_nom"));
     q.bind(excepte).exec();
-    while (q.next())
-        out << q.text(0);
-    return out;
+    return q.columna();
 }
 
 bool GestioRecursos::carrega(const QString &nom, FitxaRecurs &f)

@@ -9,12 +9,9 @@ GestioServeis::GestioServeis(Sessio &sessio, Interaccio &io) : m_sessio(sessio),
 
 QStringList GestioServeis::noms()
 {
-    QStringList out;
     Query q = m_sessio.db().prepared(QStringLiteral("SELECT serveis_nom FROM Serveis ORDER BY serveis_nom"));
     q.exec();
-    while (q.next())
-        out << q.text(0);
-    return out;
+    return q.columna();
 }
 
 bool GestioServeis::carrega(const QString &nom, FitxaServei &f)
