@@ -21,6 +21,18 @@ QString errorText(const QSqlError &error)
     return all.isEmpty() ? QStringLiteral("error de base de dades") : all;
 }
 
+QString senseAccents(const QString &text)
+{
+    const QString d = text.normalized(QString::NormalizationForm_D);
+    QString out;
+    out.reserve(d.size());
+    for (const QChar c : d) {
+        if (c.category() != QChar::Mark_NonSpacing)
+            out += c;
+    }
+    return out.toCaseFolded();
+}
+
 // Case-insensitive comparison for every Unicode letter (SQLite's own NOCASE folds ASCII only).
 // ASCII is compared in place; anything else goes through Qt's case folding.
 int unicodeNoCase(void *, int len1, const void *data1, int len2, const void *data2)
@@ -34,7 +46,11 @@ int unicodeNoCase(void *, int len1, const void *data1, int len2, const void *dat
         if (ca >= 0x80 || cb >= 0x80) {
             const QString sa = QString::fromUtf8(reinterpret_cast<const char *>(a), len1);
             const QString sb = QString::fromUtf8(reinterpret_cast<const char *>(b), len2);
-            const int r = sa.compare(sb, Qt::CaseInsensitive);
+            // Letters first by their base (Àngels sorts among the A's), then accents tell
+            // apart names that differ only there; case never counts.
+            int r = senseAccents(sa).compare(senseAccents(sb));
+            if (r == 0)
+                r = sa.toCaseFolded().compare(sb.toCaseFolded());
             return r < 0 ? -1 : (r > 0 ? 1 : 0);
         }
         if (ca >= 'A' && ca <= 'Z')
