@@ -327,9 +327,13 @@ void Db::open(const QString &path, Journal journal)
         journal = isNetworkFileSystem(path) ? Journal::Delete : Journal::Wal;
     try {
         exec(QStringLiteral("PRAGMA foreign_keys=ON"));
+        exec(QStringLiteral("PRAGMA cache_size=-32000")); // 32 MB: the job indexes stay in memory
+        exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
         if (journal == Journal::Wal) {
             exec(QStringLiteral("PRAGMA journal_mode=WAL"));
             exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+            // Fewer, larger checkpoints: each one syncs the database file.
+            exec(QStringLiteral("PRAGMA wal_autocheckpoint=8000"));
         } else {
             exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
             exec(QStringLiteral("PRAGMA synchronous=FULL"));
@@ -412,9 +416,9 @@ QStringList Db::columns(const QString &table)
 void Db::begin()
 {
     if (m_depth == 0)
-        exec(QStringLiteral("BEGIN IMMEDIATE"));
+        prepared(QStringLiteral("BEGIN IMMEDIATE")).exec();
     else
-        exec(QStringLiteral("SAVEPOINT nivell%1").arg(m_depth));
+        prepared(QStringLiteral("SAVEPOINT nivell%1").arg(m_depth)).exec();
     ++m_depth;
 }
 
@@ -424,7 +428,7 @@ void Db::commit()
         throw DbError(QStringLiteral("cap transacció oberta"));
     if (m_depth == 1) {
         try {
-            exec(QStringLiteral("COMMIT"));
+            prepared(QStringLiteral("COMMIT")).exec();
         } catch (...) {
             try {
                 exec(QStringLiteral("ROLLBACK"));
@@ -434,7 +438,7 @@ void Db::commit()
             throw;
         }
     } else {
-        exec(QStringLiteral("RELEASE nivell%1").arg(m_depth - 1));
+        prepared(QStringLiteral("RELEASE nivell%1").arg(m_depth - 1)).exec();
     }
     --m_depth;
 }
