@@ -11,8 +11,6 @@
 #include "core/formats.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
-#include "ui/frm_main.h"
-#include "ui/frm_missatges.h"
 
 #include <QButtonGroup>
 #include <QCursor>
@@ -220,17 +218,6 @@ AgendaPage::~AgendaPage()
     m_ctl->alCanviarCalendari = nullptr;
     m_ctl->mostraIndicacio = nullptr;
     qDeleteAll(findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
-}
-
-AgendaPage *AgendaPage::posaA(frmMain &finestra)
-{
-    auto *pagina = new AgendaPage(finestra.sessio(), finestra.interaccio());
-    ControladorAgenda &ctl = pagina->controlador();
-    frmMain *f = &finestra;
-    ctl.registrePlanificacio = [f]() -> RegistreSortida * { return f->missatges(); };
-    ctl.alPlanificar = [f](const QDate &d) { f->actualitzaUltimDiaPlanificat(d); };
-    finestra.posaPagina(frmMain::Agenda, pagina);
-    return pagina;
 }
 
 void AgendaPage::reconstrueix()

@@ -6,7 +6,7 @@
 // what the controller's model holds after each rebuild.
 
 #include "agenda_controller.h"
-#include "ui/pagina_principal.h"
+#include "widgets/pagina_principal.h"
 
 #include <QWidget>
 #include <memory>
@@ -20,17 +20,12 @@ class QPushButton;
 class QTableWidget;
 class QToolButton;
 class Sessio;
-class frmMain;
 
 class AgendaPage : public QWidget, public PaginaPrincipal {
     Q_OBJECT
 public:
     AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent = nullptr);
     ~AgendaPage() override;
-
-    // Creates the page in the agenda tab of the main window, with the planning's log in the
-    // message window and the last planned day in the status bar.
-    static AgendaPage *posaA(frmMain &finestra);
 
     void reconstrueix() override;
     ControladorAgenda &controlador() { return *m_ctl; }

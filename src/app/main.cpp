@@ -1,9 +1,9 @@
 // Quadrella's entry point: a command runs headless; no command starts the desktop program.
 #include "linia_comandes.h"
 
-#include "ui/aplicacio_escriptori.h"
-#include "ui/interaccio_missatges.h"
-#include "ui/logo_quadrella.h"
+#include "shell/aplicacio_escriptori.h"
+#include "widgets/interaccio_missatges.h"
+#include "shell/logo_quadrella.h"
 
 #include <QApplication>
 #include <QCoreApplication>

@@ -6,9 +6,9 @@
 #include "core/interaccio.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
-#include "ui/mnemonics.h"
-#include "ui/protegeix.h"
-#include "ui/seleccio_text.h"
+#include "widgets/mnemonics.h"
+#include "widgets/protegeix.h"
+#include "widgets/seleccio_text.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -5,7 +5,6 @@
 #include "recursos_serveis_page.h"
 
 #include "core/interaccio.h"
-#include "ui/frm_main.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 
@@ -432,27 +431,4 @@ void connectaPaginesMestres(ClientsPage &clients, RecursosServeisPage &recursos)
 {
     QObject::connect(&recursos, &RecursosServeisPage::recursosCanviats, &clients, &ClientsPage::recarregaRecursos);
     QObject::connect(&recursos, &RecursosServeisPage::serveisCanviats, &clients, &ClientsPage::recarregaServeis);
-}
-
-void posaPaginesMestres(frmMain &finestra)
-{
-    auto *clients = new ClientsPage(finestra.sessio(), finestra.interaccio());
-    auto *recursos = new RecursosServeisPage(finestra.sessio(), finestra.interaccio());
-    connectaPaginesMestres(*clients, *recursos);
-    QObject::connect(clients, &ClientsPage::mostraPagina, &finestra,
-                     [&finestra] { finestra.seleccionaPestanya(frmMain::Clients); });
-    QObject::connect(recursos, &RecursosServeisPage::mostraPagina, &finestra,
-                     [&finestra] { finestra.seleccionaPestanya(frmMain::RecursosServeis); });
-    finestra.posaPagina(frmMain::Clients, clients);
-    finestra.posaPagina(frmMain::RecursosServeis, recursos);
-    // By signature, so this page does not depend on the agenda's headers: a double click on a
-    // place or a resource beside the agenda opens it here.
-    if (QWidget *agenda = finestra.pagina(frmMain::Agenda)) {
-        if (agenda->metaObject()->indexOfSignal("obreLloc(QString)") >= 0)
-            QObject::connect(agenda, SIGNAL(obreLloc(QString)), clients, SLOT(obreLloc(QString)));
-        if (agenda->metaObject()->indexOfSignal("obreRecurs(QString)") >= 0)
-            QObject::connect(agenda, SIGNAL(obreRecurs(QString)), recursos, SLOT(obreRecurs(QString)));
-    }
-    if (reparaColorsRecursos(finestra.sessio()) > 0)
-        recursos->reconstrueix();
 }

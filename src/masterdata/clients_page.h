@@ -5,7 +5,7 @@
 
 #include "clients.h"
 #include "xecs_client.h"
-#include "ui/pagina_principal.h"
+#include "widgets/pagina_principal.h"
 
 #include <QWidget>
 
@@ -19,7 +19,6 @@ class Interaccio;
 class LlocsWidget;
 class RecursosServeisPage;
 class Sessio;
-class frmMain;
 
 class ClientsPage : public QWidget, public PaginaPrincipal {
     Q_OBJECT
@@ -93,8 +92,3 @@ private:
 // Wires the two master-data pages together: a change of resources or services refills the
 // place form's lists.
 void connectaPaginesMestres(ClientsPage &clients, RecursosServeisPage &recursos);
-
-// Puts both master-data pages into their tabs of the main window, wires them to each other, to
-// the tab switch and to the agenda's jumps (when the agenda page is already in its tab), and
-// runs the resources' colour repair that start-up does once the pages are filled.
-void posaPaginesMestres(frmMain &finestra);

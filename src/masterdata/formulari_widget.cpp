@@ -1,6 +1,6 @@
 #include "formulari_widget.h"
 
-#include "ui/seleccio_text.h"
+#include "widgets/seleccio_text.h"
 
 #include <QColor>
 #include <QComboBox>

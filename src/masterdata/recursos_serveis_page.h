@@ -4,7 +4,7 @@
 
 #include "recursos.h"
 #include "serveis.h"
-#include "ui/pagina_principal.h"
+#include "widgets/pagina_principal.h"
 
 #include <QWidget>
 #include <functional>

@@ -3,7 +3,7 @@
 #include "config/configuracio_dialog.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
-#include "ui/guio_usuari.h"
+#include "support/guio_usuari.h"
 
 #include <QCheckBox>
 #include <QComboBox>

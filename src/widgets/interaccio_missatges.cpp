@@ -1,6 +1,5 @@
 #include "interaccio_missatges.h"
 
-#include "producte.h"
 
 #include "core/traduccio.h"
 
@@ -32,7 +31,7 @@ private:
 
 QString titolOPrograma(const QString &titol)
 {
-    return titol.isEmpty() ? producte::nom() : titol;
+    return titol.isEmpty() ? QCoreApplication::applicationName() : titol;
 }
 
 } // namespace

@@ -4,11 +4,11 @@
 #include "core/directori_dades.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
-#include "ui/aplicacio_escriptori.h"
-#include "ui/frm_main.h"
-#include "ui/frm_sel_idioma.h"
-#include "ui/frm_splash.h"
-#include "ui/guio_usuari.h"
+#include "shell/aplicacio_escriptori.h"
+#include "shell/frm_main.h"
+#include "shell/frm_sel_idioma.h"
+#include "shell/frm_splash.h"
+#include "support/guio_usuari.h"
 
 #include <QComboBox>
 #include <QGroupBox>

@@ -1,6 +1,6 @@
 #include "frm_missatges.h"
 
-#include "mnemonics.h"
+#include "widgets/mnemonics.h"
 
 #include "core/traduccio.h"
 

@@ -1,7 +1,7 @@
 #include "frm_sel_idioma.h"
 
 #include "logo_quadrella.h"
-#include "mnemonics.h"
+#include "widgets/mnemonics.h"
 
 #include "core/traduccio.h"
 

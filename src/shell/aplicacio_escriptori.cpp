@@ -3,7 +3,7 @@
 #include "frm_main.h"
 #include "frm_sel_idioma.h"
 #include "frm_splash.h"
-#include "protegeix.h"
+#include "widgets/protegeix.h"
 
 #include "config/arrencada.h"
 #include "config/configuracio_dialog.h"

@@ -3,10 +3,10 @@
 #include "frm_missatges.h"
 #include "logo_quadrella.h"
 #include "ordre_finestres.h"
-#include "pagina_principal.h"
+#include "widgets/pagina_principal.h"
 #include "pagines_principals.h"
 #include "producte.h"
-#include "protegeix.h"
+#include "widgets/protegeix.h"
 
 #include "config/arrencada.h"
 #include "config/configuracio_dialog.h"

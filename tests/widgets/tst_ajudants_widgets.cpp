@@ -1,9 +1,9 @@
 // The shared widget helpers later pages rely on: one row per wheel notch on a focused grid, text
 // selected on entering a field, distinct keyboard mnemonics, and the message boxes.
-#include "ui/interaccio_missatges.h"
-#include "ui/mnemonics.h"
-#include "ui/roda_grid.h"
-#include "ui/seleccio_text.h"
+#include "widgets/interaccio_missatges.h"
+#include "widgets/mnemonics.h"
+#include "widgets/roda_grid.h"
+#include "widgets/seleccio_text.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -172,6 +172,7 @@ private slots:
         QVERIFY(ui.pregunta("AVÍS", "Continuar?"));
 
         // A message with no title of its own takes the program's.
+        QCoreApplication::setApplicationName("Quadrella");
         responMissatge(QMessageBox::Ok, &titol, &text);
         ui.informa(QString(), "3 feines esborrades.");
         QCOMPARE(titol, QString("Quadrella"));
@@ -192,4 +193,4 @@ private slots:
 };
 
 QTEST_MAIN(TestAjudantsUi)
-#include "tst_ajudants_ui.moc"
+#include "tst_ajudants_widgets.moc"

@@ -5,12 +5,12 @@
 #include "core/formats.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
-#include "ui/frm_main.h"
-#include "ui/frm_missatges.h"
-#include "ui/guio_usuari.h"
-#include "ui/logo_quadrella.h"
-#include "ui/pagina_principal.h"
-#include "ui/producte.h"
+#include "shell/frm_main.h"
+#include "shell/frm_missatges.h"
+#include "support/guio_usuari.h"
+#include "shell/logo_quadrella.h"
+#include "widgets/pagina_principal.h"
+#include "shell/producte.h"
 
 #include <QCheckBox>
 #include <QDesktopServices>

@@ -1,0 +1,51 @@
+#include "pagines_principals.h"
+
+#include "frm_main.h"
+#include "frm_missatges.h"
+#include "agenda/agenda_page.h"
+#include "masterdata/clients_page.h"
+#include "masterdata/recursos.h"
+#include "masterdata/recursos_serveis_page.h"
+
+namespace {
+
+// The agenda tab: the planning's log goes to the message window and the last planned day to the
+// status bar.
+AgendaPage *posaAgenda(frmMain &finestra)
+{
+    auto *pagina = new AgendaPage(finestra.sessio(), finestra.interaccio());
+    ControladorAgenda &ctl = pagina->controlador();
+    frmMain *f = &finestra;
+    ctl.registrePlanificacio = [f]() -> RegistreSortida * { return f->missatges(); };
+    ctl.alPlanificar = [f](const QDate &d) { f->actualitzaUltimDiaPlanificat(d); };
+    finestra.posaPagina(frmMain::Agenda, pagina);
+    return pagina;
+}
+
+// Both master-data tabs, wired to each other, to the tab switch and to the agenda's jumps (a
+// double click on a place or a resource beside the agenda opens it here); then the resources'
+// colour repair that start-up does once the pages are filled.
+void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda)
+{
+    auto *clients = new ClientsPage(finestra.sessio(), finestra.interaccio());
+    auto *recursos = new RecursosServeisPage(finestra.sessio(), finestra.interaccio());
+    connectaPaginesMestres(*clients, *recursos);
+    QObject::connect(clients, &ClientsPage::mostraPagina, &finestra,
+                     [&finestra] { finestra.seleccionaPestanya(frmMain::Clients); });
+    QObject::connect(recursos, &RecursosServeisPage::mostraPagina, &finestra,
+                     [&finestra] { finestra.seleccionaPestanya(frmMain::RecursosServeis); });
+    finestra.posaPagina(frmMain::Clients, clients);
+    finestra.posaPagina(frmMain::RecursosServeis, recursos);
+    QObject::connect(&agenda, &AgendaPage::obreLloc, clients, &ClientsPage::obreLloc);
+    QObject::connect(&agenda, &AgendaPage::obreRecurs, recursos, &RecursosServeisPage::obreRecurs);
+    if (reparaColorsRecursos(finestra.sessio()) > 0)
+        recursos->reconstrueix();
+}
+
+} // namespace
+
+void creaPagines(frmMain &finestra)
+{
+    AgendaPage *agenda = posaAgenda(finestra);
+    posaPaginesMestres(finestra, *agenda);
+}
