@@ -163,24 +163,40 @@ int Arguments::integer(const QString &text, const QString &option)
 
 // ---------------------------------------------------------------- dispatch
 
+const QList<OpcioGlobal> &opcionsGlobals()
+{
+    static const QList<OpcioGlobal> opcions = {
+        {QStringLiteral("--data-dir DIR"),
+         QStringLiteral("directori de dades (per defecte: $QUADRELLA_DIR, el directori del programa si conté "
+                        "Quadrella.ini, o ~/.local/share/Quadrella)")},
+        {QStringLiteral("--json"), QStringLiteral("sortida en JSON")},
+        {QStringLiteral("--help"), QStringLiteral("aquesta ajuda")},
+        {QStringLiteral("--version"), QStringLiteral("versió del programa")},
+        {QStringLiteral("--man"), QStringLiteral("aquesta ajuda com a pàgina de manual (roff)")},
+    };
+    return opcions;
+}
+
+QList<Comanda> comandesOrdenades()
+{
+    QList<Comanda> comandes = comandesRegistrades();
+    std::sort(comandes.begin(), comandes.end(), [](const Comanda &a, const Comanda &b) { return a.nom < b.nom; });
+    return comandes;
+}
+
 QString textAjuda()
 {
     QString t = QStringLiteral(
         "Quadrella %1.%2 - planificador de feines\n\n"
         "Ús: quadrella [opcions] [ordre [arguments]]\n\n"
         "Sense ordre obre el programa d'escriptori.\n\n"
-        "Opcions (a qualsevol lloc de la línia):\n"
-        "  --data-dir DIR   directori de dades (per defecte: $QUADRELLA_DIR, el directori del\n"
-        "                   programa si conté Quadrella.ini, o ~/.local/share/Quadrella)\n"
-        "  --json           sortida en JSON\n"
-        "  --help           aquesta ajuda\n"
-        "  --version        versió del programa\n\n"
-        "Ordres:\n")
+        "Opcions (a qualsevol lloc de la línia):\n")
                     .arg(QUADRELLA_VERSION_MAJOR)
                     .arg(QUADRELLA_VERSION_MINOR);
-    QList<Comanda> comandes = comandesRegistrades();
-    std::sort(comandes.begin(), comandes.end(), [](const Comanda &a, const Comanda &b) { return a.nom < b.nom; });
-    for (const Comanda &c : comandes) {
+    for (const OpcioGlobal &o : opcionsGlobals())
+        t += QStringLiteral("  %1  %2\n").arg(o.nom.leftJustified(15), o.descripcio);
+    t += QStringLiteral("\nOrdres:\n");
+    for (const Comanda &c : comandesOrdenades()) {
         const QStringList lines = c.us.split(QLatin1Char('\n'));
         for (const QString &l : lines)
             t += QStringLiteral("  quadrella %1\n").arg(l);
@@ -198,6 +214,7 @@ int executaLiniaComandes(const QStringList &argsIn, QTextStream &out, QTextStrea
     bool json = false;
     bool help = false;
     bool version = false;
+    bool manual = false;
     try {
         Arguments globals(args);
         // Pull the global options out wherever they stand.
@@ -218,6 +235,8 @@ int executaLiniaComandes(const QStringList &argsIn, QTextStream &out, QTextStrea
                 help = true;
             } else if (a == QLatin1String("--version")) {
                 version = true;
+            } else if (a == QLatin1String("--man")) {
+                manual = true;
             } else {
                 rest << a;
             }
@@ -228,6 +247,10 @@ int executaLiniaComandes(const QStringList &argsIn, QTextStream &out, QTextStrea
         return 2;
     }
 
+    if (manual) {
+        out << paginaManual() << Qt::flush;
+        return 0;
+    }
     if (version) {
         out << "Quadrella " << QUADRELLA_VERSION_MAJOR << '.' << QUADRELLA_VERSION_MINOR << Qt::endl;
         return 0;

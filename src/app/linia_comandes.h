@@ -122,4 +122,13 @@ struct RegistreComanda {
 // `senseComanda` runs when no command is given (the desktop program, once it exists).
 int executaLiniaComandes(const QStringList &args, QTextStream &out, QTextStream &err,
                          const std::function<int(const QString &dirDades)> &senseComanda = {});
+// The --help text and the manual page are both made from the global options and the registered
+// commands, so they cannot drift apart.
+struct OpcioGlobal {
+    QString nom;        // as written on the line, with its value ("--data-dir DIR")
+    QString descripcio;
+};
+const QList<OpcioGlobal> &opcionsGlobals();
+QList<Comanda> comandesOrdenades(); // by name
 QString textAjuda();
+QString paginaManual(); // roff, for man(1)

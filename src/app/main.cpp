@@ -1,6 +1,8 @@
 // Quadrella's entry point: a command runs headless; no command starts the desktop program.
 #include "linia_comandes.h"
 
+#include "core/fitxers_instal_lats.h"
+
 #include "shell/aplicacio_escriptori.h"
 #include "widgets/interaccio_missatges.h"
 #include "shell/logo_quadrella.h"
@@ -69,14 +71,18 @@ int main(int argc, char *argv[])
     QApplication app(argc, argv);
     posaNoms();
     QApplication::setApplicationDisplayName(QStringLiteral("Quadrella"));
-    QApplication::setDesktopFileName(QStringLiteral("quadrella"));
+    QApplication::setDesktopFileName(QStringLiteral("org.example.quadrella"));
     QApplication::setWindowIcon(iconaQuadrella());
     // The program ends when the main window's unload work is done, not when a window closes.
     QApplication::setQuitOnLastWindowClosed(false);
 
     return executaLiniaComandes(args, out, err, [&](const QString &dirDades) {
         InteraccioMissatges ui;
-        AplicacioEscriptori programa(dirDades, ui);
+        AplicacioEscriptori::Opcions opcions;
+        const QString manual = fitxers_instal_lats::dir(QStringLiteral("manual"));
+        if (!manual.isEmpty())
+            opcions.dirManual = manual;
+        AplicacioEscriptori programa(dirDades, ui, opcions);
         QObject::connect(&programa, &AplicacioEscriptori::acabada, &app, [] { QCoreApplication::exit(0); },
                          Qt::QueuedConnection);
         if (!programa.inicia())

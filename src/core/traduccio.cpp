@@ -1,5 +1,7 @@
 #include "traduccio.h"
 
+#include "fitxers_instal_lats.h"
+
 #include "db.h"
 #include "ini.h"
 
@@ -77,7 +79,11 @@ QList<FilaTraduccio> filesTraduccioIncloses()
 {
     QList<FilaTraduccio> files;
     QStringList paths;
-    QDirIterator it(QStringLiteral(":/translations"), {QStringLiteral("*.tsv")}, QDir::Files);
+    // An installed copy reads the rows shipped beside it, so a corrected row needs no rebuild.
+    QString dir = fitxers_instal_lats::dir(QStringLiteral("translations"));
+    if (dir.isEmpty())
+        dir = QStringLiteral(":/translations");
+    QDirIterator it(dir, {QStringLiteral("*.tsv")}, QDir::Files);
     while (it.hasNext())
         paths << it.next();
     paths.sort();
