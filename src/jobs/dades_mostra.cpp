@@ -48,10 +48,16 @@ void rellegeixParametres(Sessio &sessio)
 
 } // namespace
 
+bool admetDadesMostra(Sessio &sessio)
+{
+    Db &db = sessio.db();
+    return buida(db, QStringLiteral("Recursos")) && buida(db, QStringLiteral("Serveis")) && buida(db, QStringLiteral("Clients"));
+}
+
 bool afegeixDadesMostra(Sessio &sessio)
 {
     Db &db = sessio.db();
-    if (!buida(db, QStringLiteral("Recursos")) || !buida(db, QStringLiteral("Serveis")) || !buida(db, QStringLiteral("Clients")))
+    if (!admetDadesMostra(sessio))
         return false;
 
     rellegeixParametres(sessio);

@@ -4,6 +4,8 @@
 
 class Sessio;
 
+// Whether the sample data can go in: Recursos, Serveis and Clients are all empty.
+bool admetDadesMostra(Sessio &sessio);
 // Adds the sample data when Recursos, Serveis and Clients are all empty; returns whether it did.
 // Reads Idioma, MinutsCella, HoraInici and HoraFinal again from the settings file first.
 bool afegeixDadesMostra(Sessio &sessio);

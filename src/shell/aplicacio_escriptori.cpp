@@ -108,7 +108,7 @@ void AplicacioEscriptori::despresSplash()
     if (!m_main)
         return;
     if (!m_primeraExecucio) {
-        m_main->show();
+        m_main->mostra();
         m_main->raise();
         m_main->activateWindow();
         return;
@@ -128,6 +128,11 @@ void AplicacioEscriptori::sequenciaPrimeraExecucio()
         configuracio.exec();
     });
     protegeix(m_ui, [&] {
+        // A new office may start empty; the sample data is there to explore the program.
+        if (!admetDadesMostra(s)
+            || !m_ui.pregunta(Tradueix("CONFIRMACIO"),
+                              Tradueix("Vols afegir-hi dades d'exemple per explorar el programa?")))
+            return;
         QApplication::setOverrideCursor(Qt::WaitCursor);
         try {
             afegeixDadesMostra(s);

@@ -1,5 +1,7 @@
 #include "frm_main.h"
 
+#include "ajuda_window.h"
+
 #include "frm_missatges.h"
 #include "logo_quadrella.h"
 #include "ordre_finestres.h"
@@ -35,6 +37,8 @@ namespace {
 
 // 1000 twips, the position a window gets the first time.
 constexpr int kPosicioInicial = 67;
+// Room for the title bar before the window manager has framed the window.
+constexpr int kMarcTitol = 32;
 
 class PunterOcupat {
 public:
@@ -105,7 +109,7 @@ frmMain::frmMain(Sessio &sessio, Interaccio &ui, QWidget *parent)
     // A first size that suits the screen; the position comes from the user's store at load.
     QSize mida(1180, 760);
     if (QScreen *s = QGuiApplication::primaryScreen())
-        mida = mida.boundedTo(s->availableGeometry().size() * 0.92);
+        mida = mida.boundedTo(s->availableGeometry().size() - QSize(2 * kPosicioInicial, 2 * kPosicioInicial + kMarcTitol));
     resize(mida);
 }
 
@@ -306,7 +310,9 @@ void frmMain::obreAjuda()
         if (m_fitxerAjuda.isEmpty())
             return;
     }
-    QDesktopServices::openUrl(QUrl::fromLocalFile(m_fitxerAjuda));
+    if (!m_ajuda)
+        m_ajuda = new AjudaWindow(this);
+    m_ajuda->mostra(m_fitxerAjuda);
 }
 
 QPoint frmMain::posicioDesada()
@@ -322,22 +328,46 @@ void frmMain::restauraPosicio()
     QPoint p = posicioDesada();
     // A position saved on a screen that is no longer there would leave the window out of reach.
     const QRect titol(p, QSize(qMin(width(), 200), 40));
-    bool visible = false;
+    QScreen *pantalla = nullptr;
     for (QScreen *s : QGuiApplication::screens())
-        visible = visible || s->availableGeometry().intersects(titol);
-    if (!visible) {
-        if (QScreen *s = QGuiApplication::primaryScreen())
-            p = s->availableGeometry().topLeft() + QPoint(kPosicioInicial, kPosicioInicial);
+        if (!pantalla && s->availableGeometry().intersects(titol))
+            pantalla = s;
+    if (!pantalla) {
+        pantalla = QGuiApplication::primaryScreen();
+        if (pantalla)
+            p = pantalla->availableGeometry().topLeft() + QPoint(kPosicioInicial, kPosicioInicial);
+    }
+    if (pantalla) {
+        // The whole window, status bar included, inside the screen's free area (a small laptop
+        // screen, a task bar): smaller if it must be, then moved back in.
+        const QRect lliure = pantalla->availableGeometry();
+        const QSize marc = frameGeometry().size() - size();
+        const QSize cap = lliure.size() - marc.expandedTo(QSize(0, kMarcTitol));
+        resize(size().boundedTo(cap));
+        const QSize total = size() + marc.expandedTo(QSize(0, kMarcTitol));
+        p.setX(qBound(lliure.left(), p.x(), lliure.right() + 1 - total.width()));
+        p.setY(qBound(lliure.top(), p.y(), lliure.bottom() + 1 - total.height()));
     }
     move(p);
+}
+
+void frmMain::mostra()
+{
+    if (QSettings().value(QStringLiteral("Settings/MainMaximized"), false).toBool())
+        showMaximized();
+    else
+        show();
 }
 
 void frmMain::desaPosicio()
 {
     QSettings s;
     s.beginGroup(QStringLiteral("Settings"));
-    s.setValue(QStringLiteral("MainLeft"), pos().x());
-    s.setValue(QStringLiteral("MainTop"), pos().y());
+    // A maximised window keeps the place it comes back to.
+    const QPoint p = isMaximized() ? normalGeometry().topLeft() : pos();
+    s.setValue(QStringLiteral("MainLeft"), p.x());
+    s.setValue(QStringLiteral("MainTop"), p.y());
+    s.setValue(QStringLiteral("MainMaximized"), isMaximized());
     s.sync();
 }
 
@@ -362,4 +392,9 @@ void frmMain::closeEvent(QCloseEvent *e)
     });
     e->accept();
     emit tancada();
+}
+
+AjudaWindow *frmMain::ajuda() const
+{
+    return m_ajuda;
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <functional>
 
+class AjudaWindow;
 class Interaccio;
 class LogoClicable;
 class OrdreFinestres;
@@ -38,6 +39,9 @@ public:
     void posaPagina(Pestanya p, QWidget *pagina, std::function<void()> reconstrueix);
     QWidget *pagina(Pestanya p) const { return m_pagines[p]; }
 
+    // Shows the window as the user left it (maximised or not).
+    void mostra();
+
     int pestanyaActual() const { return m_actual; }
     // As if the user clicked the tab.
     void seleccionaPestanya(Pestanya p);
@@ -53,8 +57,9 @@ public:
 
     // F2: the configuration dialog, then a restart or the rebuild of the current tab.
     void obreConfiguracio();
-    // F1: the help file in the browser.
+    // F1: the manual in its own window.
     void obreAjuda();
+    AjudaWindow *ajuda() const;
     void setFitxerAjuda(const QString &fitxer) { m_fitxerAjuda = fitxer; }
     QString fitxerAjuda() const { return m_fitxerAjuda; }
 
@@ -99,6 +104,7 @@ private:
     std::array<std::function<void()>, NombrePestanyes> m_reconstrueix{};
     int m_actual = 0;
     QPointer<frmMissatges> m_missatges;
+    QPointer<AjudaWindow> m_ajuda;
     QTimer *m_rellotge;
     QString m_fitxerAjuda;
     bool m_tancada = false;

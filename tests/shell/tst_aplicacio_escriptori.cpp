@@ -75,7 +75,7 @@ private slots:
     {
         QTemporaryDir dir;
         InteraccioGuio ui;
-        ui.respostes = {true}; // "Es reiniciarà l'aplicació. Continuar?"
+        ui.respostes = {true, true}; // "Es reiniciarà l'aplicació. Continuar?", then the sample data
         AplicacioEscriptori app(dir.path(), ui, opcions());
         QSignalSpy acabada(&app, &AplicacioEscriptori::acabada);
 
@@ -128,18 +128,29 @@ private slots:
         QVERIFY(compta(bd, "SELECT count(*) FROM Feines") >= 7);
         // Sample places are sized on the cell length just configured.
         QCOMPARE(compta(bd, "SELECT max(llocs_minuts_previst) FROM Llocs"), qint64(60));
-        QVERIFY(ui.crides.size() == 1 && ui.crides[0].titol == "AVISO");
+        QCOMPARE(ui.crides.size(), 2);
+        QCOMPARE(ui.crides[0].titol, QString("AVISO"));
+        QCOMPARE(ui.crides[1].titol, QString("CONFIRMACIÓN"));
     }
 
-    void firstRunOnADatabaseWithDataAddsNoSampleData()
+    // Without the sample data: the office answered No, or already has master data (not asked).
+    void firstRunWithoutSampleData_data()
     {
+        QTest::addColumn<bool>("ambDades");
+        QTest::newRow("answered No") << false;
+        QTest::newRow("database with data") << true;
+    }
+
+    void firstRunWithoutSampleData()
+    {
+        QFETCH(bool, ambDades);
         DirectoriProva dir;
-        {
+        if (ambDades) {
             auto s = dir.obreSessio();
             dades_prova::recurs(s->db(), "Pere", 255);
         }
         InteraccioGuio ui;
-        ui.respostes = {true};
+        ui.respostes = {true, false};
         AplicacioEscriptori app(dir.path(), ui, opcions());
         QSignalSpy acabada(&app, &AplicacioEscriptori::acabada);
         GuioUsuari guio;
@@ -149,8 +160,9 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(acabada.count(), 1, 10000);
         QCOMPARE(guio.vistos(), QStringList({"frmSelIdioma", "frmConfiguracio"}));
         const QString bd = QDir(dir.path()).filePath("QuadrellaV01.db");
-        QCOMPARE(compta(bd, "SELECT count(*) FROM Recursos"), qint64(1));
+        QCOMPARE(compta(bd, "SELECT count(*) FROM Recursos"), qint64(ambDades ? 1 : 0));
         QCOMPARE(compta(bd, "SELECT count(*) FROM Clients"), qint64(0));
+        QCOMPARE(ui.crides.size(), ambDades ? 1 : 2);
         QCOMPARE(LlegirIni(dir.fitxerIni(), "Parametres", "Idioma", ""), QString("CT"));
     }
 

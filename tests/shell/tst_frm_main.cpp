@@ -5,6 +5,7 @@
 #include "core/formats.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
+#include "shell/ajuda_window.h"
 #include "shell/frm_main.h"
 #include "shell/frm_missatges.h"
 #include "support/guio_usuari.h"
@@ -20,6 +21,8 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTextBrowser>
+#include <QToolButton>
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTabBar>
@@ -323,33 +326,51 @@ private slots:
         QCOMPARE(obre()->pos(), QPoint(67, 67)); // nothing saved yet
         {
             QSettings s;
-            s.setValue("Settings/MainLeft", 140);
-            s.setValue("Settings/MainTop", 90);
+            s.setValue("Settings/MainLeft", 100);
+            s.setValue("Settings/MainTop", 60);
         }
         {
             auto w = obre();
-            QCOMPARE(w->pos(), QPoint(140, 90));
+            QCOMPARE(w->pos(), QPoint(100, 60));
             w->show();
-            w->move(210, 130);
+            w->move(120, 80);
             w->close();
         }
-        QCOMPARE(frmMain::posicioDesada(), QPoint(210, 130));
+        QCOMPARE(frmMain::posicioDesada(), QPoint(120, 80));
         {
             auto w = obre();
-            QCOMPARE(w->pos(), QPoint(210, 130));
+            QCOMPARE(w->pos(), QPoint(120, 80));
             w->showMinimized();
             QTRY_VERIFY(w->isMinimized());
             w->move(300, 300);
             w->close();
         }
-        QCOMPARE(frmMain::posicioDesada(), QPoint(210, 130));
+        QCOMPARE(frmMain::posicioDesada(), QPoint(120, 80));
         // A position on a screen that is gone comes back onto the screen.
         QSettings().setValue("Settings/MainLeft", 40000);
+        const QRect lliure = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(lliure.contains(obre()->pos()));
+        // One that would push the window past the screen's edge brings the whole window back in,
+        // title bar and status bar included.
+        QSettings().setValue("Settings/MainLeft", lliure.right() - 50);
+        QSettings().setValue("Settings/MainTop", lliure.bottom() - 50);
+        {
+            auto w = obre();
+            QVERIFY(lliure.contains(QRect(w->pos(), w->size() + QSize(0, 32))));
+            // A maximised window comes back maximised.
+            w->mostra();
+            w->showMaximized();
+            QTRY_VERIFY(w->isMaximized());
+            w->close();
+        }
         auto w = obre();
-        QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(w->pos()));
+        w->mostra();
+        QTRY_VERIFY(w->isMaximized());
     }
 
-    void logoAndHelpKeyOpenTheBrowser()
+    // The logo goes to the web in the desktop's browser; F1 opens the manual in the program's own
+    // help window, where its links stay.
+    void logoOpensTheWebAndHelpKeyTheManual()
     {
         Navegador navegador;
         QDesktopServices::setUrlHandler("https", &navegador, "obre");
@@ -357,16 +378,29 @@ private slots:
         auto w = obre();
         QTemporaryDir manual;
         const QString ajuda = manual.filePath("QuadrellaV01CT.html");
-        QFile(ajuda).open(QIODevice::WriteOnly);
+        QFile pagina(ajuda);
+        QVERIFY(pagina.open(QIODevice::WriteOnly));
+        pagina.write("<html><head><title>Manual</title></head><body><a href=\"altra.html\">altra</a></body></html>");
+        pagina.close();
+        QFile altra(manual.filePath("altra.html"));
+        QVERIFY(altra.open(QIODevice::WriteOnly));
+        altra.write("<html><body>altra</body></html>");
+        altra.close();
         w->setFitxerAjuda(ajuda);
         mostraActiva(*w);
         w->seleccionaPestanya(frmMain::Credits);
         QVERIFY(w->picLogoQuadrella->isVisible());
         QTest::mouseClick(w->picLogoQuadrella, Qt::LeftButton);
         QTest::keyClick(w.get(), Qt::Key_F1);
+        QVERIFY(w->ajuda() && w->ajuda()->isVisible());
+        QCOMPARE(w->ajuda()->pagina(), QUrl::fromLocalFile(ajuda));
+        QCOMPARE(w->ajuda()->windowTitle(), QString("Manual"));
+        emit w->ajuda()->Navegador->anchorClicked(QUrl("altra.html"));
+        QCOMPARE(w->ajuda()->pagina(), QUrl::fromLocalFile(manual.filePath("altra.html")));
+        QVERIFY(w->ajuda()->Enrere->isEnabled());
         QDesktopServices::unsetUrlHandler("https");
         QDesktopServices::unsetUrlHandler("file");
-        QCOMPARE(navegador.obertes, QList<QUrl>({QUrl(producte::web()), QUrl::fromLocalFile(ajuda)}));
+        QCOMPARE(navegador.obertes, QList<QUrl>({QUrl(producte::web())}));
         QCOMPARE(w->picLogoQuadrella->toolTip(), QString("Fes clic per visitar el web de Quadrella"));
         desaCaptura(w.get(), "frm_main_credits");
     }
