@@ -270,6 +270,12 @@ bool EditorFeina::modifica()
         m_data = format::dataCurta(m_original.feines_data);
         return false;
     }
+    // An invoice date that cannot be read is refused rather than stored as none.
+    const QDate factura = format::llegeixData(m_dataFactura);
+    if (!m_dataFactura.trimmed().isEmpty() && !factura.isValid()) {
+        avisa(Tradueix("Data de factura incorrecta"));
+        return false;
+    }
     if (m_horaInici.isEmpty() || m_horaFi.isEmpty() || !(m_horaInici < m_horaFi)) {
         avisa(Tradueix("Tram d'hores incorrecte"));
         return false;
@@ -297,7 +303,6 @@ bool EditorFeina::modifica()
     f.recursos_nom = m_recurs;
     f.feines_feta = m_feta;
     // Only a done job keeps an invoice date.
-    const QDate factura = format::llegeixData(m_dataFactura);
     f.feines_data_factura = (m_feta && factura.isValid()) ? factura : QDate();
     f.feines_observacions = m_observacions;
 
