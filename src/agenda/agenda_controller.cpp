@@ -60,6 +60,8 @@ void ControladorAgenda::setCellaActual(int fila, int col)
 
 void ControladorAgenda::Construeix_Agenda()
 {
+    if (abansDeReconstruir)
+        abansDeReconstruir();
     const int fila = m_filaActual;
     const int col = m_colActual;
     try {

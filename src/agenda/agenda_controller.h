@@ -52,7 +52,9 @@ public:
     std::function<void(Feina &)> obreEditor;
     // Reloads the vouchers list after the editor changed a job that is not done.
     std::function<void()> recarregaXecs;
-    // Called after every rebuild of the grid.
+    // Called before every rebuild of the grid, while it still shows what the user sees (an open
+    // in-place editor stores its value here), and after it.
+    std::function<void()> abansDeReconstruir;
     std::function<void()> alReconstruir;
     // The calendar must show this date.
     std::function<void(const QDate &)> alCanviarCalendari;

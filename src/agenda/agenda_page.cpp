@@ -201,7 +201,10 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
     };
     m_ctl->mostraIndicacio = [this](const QString &t, const QString &x) { mostraIndicacio(t, x); };
     instalaEditorFeines(*m_ctl, sessio, ui, this);
-    new EditorHoresWidget(HoresGrid, sessio.db(), sessio.cfg(), m_ctl->model(), ui, 1);
+    // An overtime value being typed is stored before the grid changes under it (a period or view
+    // button, their shortcuts, the calendar, a drop...).
+    auto *editorHores = new EditorHoresWidget(HoresGrid, sessio.db(), sessio.cfg(), m_ctl->model(), ui, 1);
+    m_ctl->abansDeReconstruir = [editorHores] { editorHores->confirma(); };
 
     CalendariML->setDataSeleccionada(m_ctl->estat().DataCalendari);
     recarregaLlistes();
@@ -213,6 +216,7 @@ AgendaPage::~AgendaPage()
 {
     // The child widgets talk to the controller up to their last event (a focus change while they
     // are hidden): they go first, while it still exists.
+    m_ctl->abansDeReconstruir = nullptr;
     m_ctl->alReconstruir = nullptr;
     m_ctl->enfocaGraella = nullptr;
     m_ctl->alCanviarCalendari = nullptr;

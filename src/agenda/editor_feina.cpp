@@ -5,6 +5,7 @@
 #include "core/formats.h"
 #include "core/interaccio.h"
 #include "core/traduccio.h"
+#include "jobs/durada_feina.h"
 #include "jobs/motor_feines.h"
 
 #include <cmath>
@@ -218,18 +219,16 @@ QString EditorFeina::totalText() const
 
 int EditorFeina::recalculaHoraFi()
 {
-    const int n = std::max(1, m_motor.Components_Assigna_Temps(m_recurs));
-    int minuts = 0;
+    // The lines still being edited are summed as the engine sums a stored job's.
+    SumaMinuts suma(std::max(1, m_motor.Components_Assigna_Temps(m_recurs)));
     Query q = m_db.prepared(QStringLiteral(
         "SELECT serveis_minuts_per_unitat, serveis_comu_per_recursos FROM Serveis WHERE serveis_nom = ?"));
     for (const LiniaServei &l : m_linies) {
         q.bind(l.serveis_nom).exec();
-        if (!q.next())
-            continue;
-        // A service common to the whole group takes its full time; the rest is shared out.
-        const double linia = q.boolean(1) ? l.quantitat * q.integer(0) : l.quantitat * q.integer(0) / n;
-        minuts = arrodoneix::enter(minuts + linia);
+        if (q.next())
+            suma.afegeix(l.quantitat, static_cast<double>(q.integer(0)), q.boolean(1));
     }
+    int minuts = suma.total();
     const int cella = std::max(1, m_cfg.MinutsCella);
     if (minuts == 0 || minuts % cella != 0)
         minuts = (minuts / cella + 1) * cella;
@@ -270,6 +269,12 @@ bool EditorFeina::modifica()
         m_data = format::dataCurta(m_original.feines_data);
         return false;
     }
+    // An invoice date that cannot be read is refused rather than stored as none.
+    const QDate factura = format::llegeixData(m_dataFactura);
+    if (!m_dataFactura.trimmed().isEmpty() && !factura.isValid()) {
+        avisa(Tradueix("Data de factura incorrecta"));
+        return false;
+    }
     if (m_horaInici.isEmpty() || m_horaFi.isEmpty() || !(m_horaInici < m_horaFi)) {
         avisa(Tradueix("Tram d'hores incorrecte"));
         return false;
@@ -297,7 +302,6 @@ bool EditorFeina::modifica()
     f.recursos_nom = m_recurs;
     f.feines_feta = m_feta;
     // Only a done job keeps an invoice date.
-    const QDate factura = format::llegeixData(m_dataFactura);
     f.feines_data_factura = (m_feta && factura.isValid()) ? factura : QDate();
     f.feines_observacions = m_observacions;
 

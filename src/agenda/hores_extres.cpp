@@ -100,15 +100,10 @@ int Borra_hores_extres_erronies(Db &db, int mes, int any)
 
 int Borra_hores_extres_erronies(Db &db, const QString &mes)
 {
-    const QString t = mes.trimmed();
-    if (t.size() != 7 || t.at(2) != QLatin1Char('/'))
+    const QDate primer = format::llegeixMes(mes);
+    if (!primer.isValid())
         return -1;
-    bool okMes = false, okAny = false;
-    const int m = t.left(2).toInt(&okMes);
-    const int a = t.mid(3).toInt(&okAny);
-    if (!okMes || !okAny || m < 1 || m > 12)
-        return -1;
-    return Borra_hores_extres_erronies(db, m, a);
+    return Borra_hores_extres_erronies(db, primer.month(), primer.year());
 }
 
 QString textHores(const QString &entrada)

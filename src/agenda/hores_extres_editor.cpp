@@ -35,6 +35,8 @@ bool EditorHores::obre(int col, bool perClic, const QString &teclejat)
     if (!potObrir(col, perClic))
         return false;
     m_columna = col;
+    m_recurs = m_model.recursColumna(col);
+    m_dia = m_model.estat().DiaActual;
     m_visible = true;
     // A control key or the blank opens on the proposal; a typed key starts a new value.
     const bool tecla = !teclejat.isEmpty() && teclejat.at(0).unicode() > 32;
@@ -49,7 +51,7 @@ QString EditorHores::confirma()
         return QString();
     m_visible = false;
     const QString cella = textHores(m_text);
-    Grava_Hores_Fetes(m_db, valorHores(cella), m_model.recursColumna(m_columna), m_model.estat().DiaActual);
+    Grava_Hores_Fetes(m_db, valorHores(cella), m_recurs, m_dia);
     return cella;
 }
 

@@ -29,7 +29,8 @@ public:
     // True when the text was opened selected (the proposal), false when the caret follows a typed key.
     bool seleccionat() const { return m_seleccionat; }
 
-    // Stores what the editor holds for the column's worker on the agenda's day and hides it.
+    // Stores what the editor holds for the worker and day of the cell it was opened on (whatever
+    // the agenda shows by now) and hides it.
     // Returns the cell's new text ("#,##0.00"; "0,00" for anything that is not a number, which
     // removes the day's row). Nothing happens (and "" is returned) when the editor is hidden.
     QString confirma();
@@ -46,5 +47,7 @@ private:
     bool m_visible = false;
     bool m_seleccionat = false;
     int m_columna = 0;
+    QString m_recurs;
+    QDate m_dia;
     QString m_text;
 };

@@ -147,9 +147,10 @@ QDate Arguments::date(const QString &text, const QString &option)
 
 QString Arguments::time(const QString &text, const QString &option)
 {
-    if (!hora::valida(text))
+    const QString h = hora::llegeix(text);
+    if (h.isNull())
         throw ErrorUs(QStringLiteral("%1: hora no vàlida '%2' (hh:mm)").arg(option, text));
-    return text;
+    return h;
 }
 
 int Arguments::integer(const QString &text, const QString &option)

@@ -73,9 +73,11 @@ QDate aData(const QString &text, bool *ok)
     return d;
 }
 
-bool esHora(const QString &text)
+QString aHora(const QString &text, bool *ok)
 {
-    return hora::valida(text);
+    const QString h = hora::llegeix(text);
+    *ok = !h.isNull();
+    return h;
 }
 
 } // namespace conversio
@@ -132,9 +134,11 @@ struct Lector {
     QString hora(const char *clau, const QString &def) const
     {
         const QString v = llegeix("Parametres", clau, def);
-        if (!hora::valida(v))
+        bool ok = false;
+        const QString h = conversio::aHora(v, &ok);
+        if (!ok)
             malament(clau, v);
-        return v;
+        return h;
     }
 };
 

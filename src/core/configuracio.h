@@ -85,6 +85,6 @@ bool aBoolea(const QString &text, bool *ok);
 qint32 aLong(const QString &text, bool *ok);
 int aEnter(const QString &text, bool *ok);   // 16-bit, rounding halves to even
 double aReal(const QString &text, bool *ok); // decimal comma (or a dot when there is no comma)
-QDate aData(const QString &text, bool *ok);  // dd/mm/yyyy or yyyy-mm-dd
-bool esHora(const QString &text);            // "hh:mm", 00:00 .. 24:00
+QDate aData(const QString &text, bool *ok);  // as format::llegeixData reads it
+QString aHora(const QString &text, bool *ok); // "hh:mm" (00:00 .. 24:00) of "8:00" or "08:00"
 } // namespace conversio

@@ -43,6 +43,20 @@ const char *const kMesosCurts[] = {PerTraduir("gen."), PerTraduir("febr."), PerT
                                    PerTraduir("jul."), PerTraduir("ag."), PerTraduir("set."),
                                    PerTraduir("oct."), PerTraduir("nov."), PerTraduir("des.")};
 
+// A typed year: four digits as they stand, two digits within the hundred years that begin 80
+// years before today's year.
+int anyComplet(const QString &digits, const QDate &avui)
+{
+    const int any = digits.toInt();
+    if (digits.size() != 2)
+        return any;
+    const int primer = (avui.isValid() ? avui.year() : QDate::currentDate().year()) - 80;
+    int r = primer - primer % 100 + any;
+    if (r < primer)
+        r += 100;
+    return r;
+}
+
 } // namespace
 
 namespace format {
@@ -106,18 +120,29 @@ bool llegeixReal(const QString &text, double *value)
     return ok;
 }
 
-QDate llegeixData(const QString &text)
+QDate llegeixData(const QString &text, const QDate &avui)
 {
     const QString t = text.trimmed();
-    static const QRegularExpression dmy(QStringLiteral("^(\\d{1,2})/(\\d{1,2})/(\\d{4})$"));
+    // The same separator twice: "30/11.26" is more likely a slip than a date. Dashes are kept for
+    // the ISO form, so 04-03-2009 (April or March?) is refused rather than guessed.
+    static const QRegularExpression dmy(QStringLiteral("^(\\d{1,2})([/.])(\\d{1,2})\\2(\\d{2}|\\d{4})$"));
     static const QRegularExpression iso(QStringLiteral("^(\\d{4})-(\\d{2})-(\\d{2})$"));
-    auto m = dmy.match(t);
-    if (m.hasMatch())
-        return QDate(m.captured(3).toInt(), m.captured(2).toInt(), m.captured(1).toInt());
-    m = iso.match(t);
+    auto m = iso.match(t);
     if (m.hasMatch())
         return QDate(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt());
+    m = dmy.match(t);
+    if (m.hasMatch())
+        return QDate(anyComplet(m.captured(4), avui), m.captured(3).toInt(), m.captured(1).toInt());
     return QDate();
+}
+
+QDate llegeixMes(const QString &text, const QDate &avui)
+{
+    static const QRegularExpression my(QStringLiteral("^(\\d{1,2})[/.](\\d{2}|\\d{4})$"));
+    const auto m = my.match(text.trimmed());
+    if (!m.hasMatch())
+        return QDate();
+    return QDate(anyComplet(m.captured(2), avui), m.captured(1).toInt(), 1);
 }
 
 int diaSetmana(const QDate &date)
@@ -166,6 +191,15 @@ int minuts(const QString &hhmm)
 bool valida(const QString &hhmm)
 {
     return minuts(hhmm) >= 0;
+}
+
+QString llegeix(const QString &text)
+{
+    QString t = text.trimmed();
+    // A single-digit hour is padded; the minutes always take two digits.
+    if (t.size() == 4 && t.at(1) == QLatin1Char(':'))
+        t.prepend(QLatin1Char('0'));
+    return valida(t) ? t : QString();
 }
 
 QString text(int minutes)

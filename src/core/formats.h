@@ -20,8 +20,14 @@ QString mesAny(int month, int year);
 // Number input: a decimal comma, or a dot when there is no comma; thousands dots are accepted
 // alongside a comma ("1.234,5"). Returns false on anything else.
 bool llegeixReal(const QString &text, double *value);
-// Date input: dd/mm/yyyy (d/m/yyyy too) or yyyy-mm-dd.
-QDate llegeixData(const QString &text);
+// Date input as people type it: day, month and year separated by '/' or '.' (30/11/2026, 1/2/26,
+// 30.11.26) or yyyy-mm-dd. A two-digit year falls in the hundred years that begin 80
+// years before `avui`'s year (seen from 2026: 1946 to 2045), so 30/11/26 is 30/11/2026.
+// An invalid date when the text is not one.
+QDate llegeixData(const QString &text, const QDate &avui = QDate::currentDate());
+// A month as people type it, "mm/aaaa" (11/2026, 11/26, 1/2027): its first day, or an invalid
+// date. Two-digit years as for llegeixData.
+QDate llegeixMes(const QString &text, const QDate &avui = QDate::currentDate());
 
 // Weekday 1 = Sunday ... 7 = Saturday, as the system numbers them.
 int diaSetmana(const QDate &date);
@@ -41,6 +47,9 @@ QString text(int minutes);
 // Start plus a span of minutes as a time of day: wraps at midnight (23:30 + 60 = "00:30").
 QString suma(const QString &hhmm, int minutes);
 bool valida(const QString &hhmm);
+// A time as people type it ("8:00", " 08:00 ", "8:5" is not one) in the stored form "hh:mm";
+// a null string when it is not a time of day from 00:00 to 24:00.
+QString llegeix(const QString &text);
 
 } // namespace hora
 

@@ -1,5 +1,7 @@
 #include "ini.h"
 
+#include "codi_1252.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -10,19 +12,57 @@ namespace {
 constexpr int kValueBuffer = 200;   // characters, including the terminator
 constexpr int kSectionBuffer = 1000;
 
-bool readLines(const QString &file, QStringList &lines)
+// The file as it lies on disk: each line's bytes and its own line end, so that a write can leave
+// every line it does not change exactly as it was. A file that is not valid UTF-8 was saved by a
+// Windows editor in its "ANSI" code page, Windows-1252, and is written back in it.
+struct FitxerIni {
+    QByteArray bom;               // a UTF-8 byte-order mark, kept as it was
+    QList<QByteArray> linies;     // without their ends
+    QList<QByteArray> finals;     // "\r\n", "\n", "\r", or "" for a last line without one
+    bool utf8 = true;
+    QByteArray salt = "\n";       // the end of new lines: the file's first one
+
+    QString text(int i) const { return utf8 ? QString::fromUtf8(linies[i]) : text1252(linies[i]); }
+};
+
+bool readFile(const QString &file, FitxerIni &ini)
 {
     QFile f(file);
     if (!f.open(QIODevice::ReadOnly))
         return false;
-    QString text = QString::fromUtf8(f.readAll());
-    if (text.startsWith(QChar(0xFEFF)))
-        text.remove(0, 1);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    lines = text.split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
+    QByteArray data = f.readAll();
+    if (data.startsWith("\xEF\xBB\xBF")) {
+        ini.bom = data.left(3);
+        data.remove(0, 3);
+    }
+    ini.utf8 = esUtf8(data);
+    bool primer = true;
+    qsizetype i = 0;
+    while (i < data.size()) {
+        qsizetype j = i;
+        while (j < data.size() && data[j] != '\n' && data[j] != '\r')
+            ++j;
+        qsizetype k = j;
+        if (k < data.size())
+            k += (data[k] == '\r' && k + 1 < data.size() && data[k + 1] == '\n') ? 2 : 1;
+        ini.linies << data.mid(i, j - i);
+        ini.finals << data.mid(j, k - j);
+        if (primer && k > j) {
+            ini.salt = data.mid(j, k - j);
+            primer = false;
+        }
+        i = k;
+    }
+    return true;
+}
+
+bool readLines(const QString &file, QStringList &lines)
+{
+    FitxerIni ini;
+    if (!readFile(file, ini))
+        return false;
+    for (int i = 0; i < ini.linies.size(); ++i)
+        lines << ini.text(i);
     return true;
 }
 
@@ -116,16 +156,17 @@ QString LlegirSeccioIni(const QString &file, const QString &section)
 
 bool EscriureIni(const QString &file, const QString &section, const QString &key, const QString &value)
 {
-    QStringList lines;
-    if (QFileInfo::exists(file) && !readLines(file, lines))
+    FitxerIni ini;
+    if (QFileInfo::exists(file) && !readFile(file, ini))
         return false;
 
     int sectionLine = -1;  // the header of the section
     int lastInSection = -1; // the last non-blank line inside it
     int keyLine = -1;
     bool inSection = false;
-    for (int i = 0; i < lines.size(); ++i) {
-        const QString s = sectionOf(lines[i]);
+    for (int i = 0; i < ini.linies.size(); ++i) {
+        const QString line = ini.text(i);
+        const QString s = sectionOf(line);
         if (!s.isNull()) {
             if (inSection)
                 break;
@@ -138,30 +179,50 @@ bool EscriureIni(const QString &file, const QString &section, const QString &key
         }
         if (!inSection)
             continue;
-        if (!lines[i].trimmed().isEmpty())
+        if (!line.trimmed().isEmpty())
             lastInSection = i;
         QString k, v;
-        if (keyOf(lines[i], k, v) && sameName(k, key)) {
+        if (keyOf(line, k, v) && sameName(k, key)) {
             keyLine = i;
             break;
         }
     }
 
+    // The new lines in the file's own encoding; a text Windows-1252 cannot hold turns the file
+    // into UTF-8 rather than lose a character of it.
     const QString entry = key + QLatin1Char('=') + value;
+    const QString header = QLatin1Char('[') + section + QLatin1Char(']');
+    if (!ini.utf8 && !(es1252(entry) && es1252(header))) {
+        for (QByteArray &linia : ini.linies)
+            linia = QString(text1252(linia)).toUtf8();
+        ini.utf8 = true;
+    }
+    const auto codifica = [&ini](const QString &t) { return ini.utf8 ? t.toUtf8() : a1252(t); };
+    const auto insereix = [&ini](int at, const QByteArray &linia) {
+        // The line before gets an end if it was the file's last one without it.
+        if (at > 0 && ini.finals[at - 1].isEmpty())
+            ini.finals[at - 1] = ini.salt;
+        ini.linies.insert(at, linia);
+        ini.finals.insert(at, ini.salt);
+    };
+
     if (keyLine >= 0) {
-        lines[keyLine] = entry;
+        ini.linies[keyLine] = codifica(entry);
     } else if (sectionLine >= 0) {
-        lines.insert(lastInSection + 1, entry);
+        insereix(lastInSection + 1, codifica(entry));
     } else {
-        if (!lines.isEmpty() && !lines.last().trimmed().isEmpty())
-            lines << QString();
-        lines << QLatin1Char('[') + section + QLatin1Char(']') << entry;
+        if (!ini.linies.isEmpty() && !ini.text(int(ini.linies.size()) - 1).trimmed().isEmpty())
+            insereix(int(ini.linies.size()), QByteArray());
+        insereix(int(ini.linies.size()), codifica(header));
+        insereix(int(ini.linies.size()), codifica(entry));
     }
 
+    QByteArray data = ini.bom;
+    for (int i = 0; i < ini.linies.size(); ++i)
+        data += ini.linies[i] + ini.finals[i];
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly))
         return false;
-    const QByteArray data = (lines.join(QLatin1String("\n")) + QLatin1Char('\n')).toUtf8();
     if (out.write(data) != data.size())
         return false;
     return out.commit();

@@ -2,8 +2,9 @@
 // The settings-file primitives, with the semantics of the classic private-profile functions:
 // section and key names compare without regard to case, a missing file or key or an empty value
 // reads as the default, a value is cut to 199 characters and a section to 1000 characters.
-// Writing keeps every other line of the file (comments, spacing, order) and replaces the file
-// atomically.
+// A file is UTF-8 when its bytes are, Windows-1252 otherwise (saved by a Windows editor). Writing
+// keeps every other line byte for byte (comments, spacing, order, line ends, encoding), writes the
+// new line in the file's encoding and with its line end, and replaces the file atomically.
 
 #include <QString>
 

@@ -32,12 +32,14 @@ void rellegeixParametres(Sessio &sessio)
     const int minutsCella = conversio::aEnter(textCella, &ok);
     if (!ok || minutsCella <= 0)
         throw ConfigError(QStringLiteral("Valor no vàlid per a MinutsCella: '%1'").arg(textCella));
-    const QString horaInici = llegeix("HoraInici", QStringLiteral("00:00"));
-    if (!conversio::esHora(horaInici))
-        throw ConfigError(QStringLiteral("Valor no vàlid per a HoraInici: '%1'").arg(horaInici));
-    const QString horaFinal = llegeix("HoraFinal", QStringLiteral("24:00"));
-    if (!conversio::esHora(horaFinal))
-        throw ConfigError(QStringLiteral("Valor no vàlid per a HoraFinal: '%1'").arg(horaFinal));
+    const QString textInici = llegeix("HoraInici", QStringLiteral("00:00"));
+    const QString horaInici = conversio::aHora(textInici, &ok);
+    if (!ok)
+        throw ConfigError(QStringLiteral("Valor no vàlid per a HoraInici: '%1'").arg(textInici));
+    const QString textFinal = llegeix("HoraFinal", QStringLiteral("24:00"));
+    const QString horaFinal = conversio::aHora(textFinal, &ok);
+    if (!ok)
+        throw ConfigError(QStringLiteral("Valor no vàlid per a HoraFinal: '%1'").arg(textFinal));
 
     cfg.MinutsCella = minutsCella;
     cfg.HoraInici = horaInici;

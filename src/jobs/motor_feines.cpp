@@ -1,6 +1,7 @@
 #include "motor_feines.h"
 
 #include "carrega_feina.h"
+#include "durada_feina.h"
 
 #include "core/configuracio.h"
 #include "core/db.h"
@@ -200,25 +201,16 @@ int MotorFeines::arrodoneixCella(int total) const
 
 namespace {
 
-// Sums a place's or a job's service lines: common services take their whole time, the others are
-// shared among n workers. The total is rounded (halves to even) after every line, as it always
-// has been, so the order of the lines can matter by a minute.
+// Sums a place's or a job's service lines (quantity, minutes per unit, common) among n workers.
 int sumaMinuts(Query &q, int n)
 {
-    int total = 0;
+    SumaMinuts suma(n);
     while (q.next()) {
-        const double quantitat = q.real(0);
-        const double perUnitat = static_cast<double>(q.integer(1));
-        const bool comu = q.boolean(2);
-        double linia = quantitat * perUnitat;
-        if (!comu) {
-            if (n == 0)
-                throw std::domain_error("divisió per zero");
-            linia /= n;
-        }
-        total = minuts16(total + linia);
+        suma.afegeix(q.real(0), static_cast<double>(q.integer(1)), q.boolean(2));
+        if (suma.desbordat())
+            throw std::overflow_error("desbordament");
     }
-    return total;
+    return suma.total();
 }
 
 } // namespace

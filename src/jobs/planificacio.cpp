@@ -86,7 +86,10 @@ QList<Planificador::Lloc> Planificador::llegeixLlocs()
         l.ritme.dia_setmana = static_cast<int>(q.integer(4));
         l.ritme.dissabte = q.boolean(5);
         l.ritme.diumenge = q.boolean(6);
-        l.hora = q.text(7);
+        // A time stored by another tool as "8:00" is the place's 08:00; one that still is no time
+        // goes to the engine as it stands, which refuses each job with its message in the log.
+        const QString h = hora::llegeix(q.text(7));
+        l.hora = h.isNull() ? q.text(7).trimmed() : h;
         llocs.append(l);
     }
     return llocs;

@@ -338,7 +338,8 @@ void LlocsWidget::mostra(const FitxaLloc &f)
     m_primerMes->setChecked(f.primerMes);
     m_ultimMes->setChecked(f.ultimMes);
     m_periodicitat->setText(f.periodicitat);
-    m_hora->setCurrentIndex(f.hora.isEmpty() ? -1 : m_hora->findText(f.hora));
+    // A time stored as "8:00" by another tool is the list's 08:00.
+    m_hora->setCurrentIndex(f.hora.isEmpty() ? -1 : m_hora->findText(hora::llegeix(f.hora)));
     m_recursos->setCurrentIndex(f.recurs.isEmpty() ? -1 : m_recursos->findText(f.recurs, Qt::MatchFixedString));
     m_quota->setText(f.quota);
     m_observacions->setPlainText(f.observacions);

@@ -111,7 +111,7 @@ private slots:
             {"job", "launch"},
             {"job", "add", "--date", "2031-03-05", "--start", "08:00"},
             {"job", "add", "--place", "Exemple escala", "--date", "31/02/2031", "--start", "08:00"},
-            {"job", "add", "--place", "Exemple escala", "--date", "2031-03-05", "--start", "8:00"},
+            {"job", "add", "--place", "Exemple escala", "--date", "2031-03-05", "--start", "8:0"},
             {"job", "show", "--id", "deu"},
             {"job", "modify", "--id", "1", "--done", "--not-done"},
             {"job", "modify", "--id", "1", "--end", "25:00"},
