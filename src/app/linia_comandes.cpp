@@ -5,6 +5,7 @@
 #include "core/directori_dades.h"
 #include "core/formats.h"
 #include "core/sessio.h"
+#include "core/traduccio.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -69,8 +70,12 @@ ContextComanda::~ContextComanda() = default;
 
 Sessio &ContextComanda::sessio()
 {
-    if (!m_sessio)
+    if (!m_sessio) {
         m_sessio = std::make_unique<Sessio>(m_dirDades);
+        if (!m_sessio->copiaMigracio.isEmpty())
+            m_err << Tradueix("Base de dades actualitzada a la versió d'aquest programa. Còpia de l'anterior:") << ' '
+                  << m_sessio->copiaMigracio << Qt::endl;
+    }
     return *m_sessio;
 }
 
