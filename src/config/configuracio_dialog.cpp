@@ -391,6 +391,9 @@ void frmConfiguracio::confirma()
         if (r == Resultat::Incoherent) {
             txtMinutsCella->setFocus(Qt::OtherFocusReason);
             txtMinutsCella->selectAll();
+        } else if (r == Resultat::BaseDadesRebutjada) {
+            txtBD->setFocus(Qt::OtherFocusReason);
+            txtBD->selectAll();
         } else if (r == Resultat::Gravat) {
             accept();
         }
