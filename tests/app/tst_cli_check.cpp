@@ -1,8 +1,6 @@
 // `quadrella check` as a user runs it: sound after the sample data and after a planning run
-// (exit 0), a broken reference reported in text and JSON (exit 1), usage errors (exit 2), and a
-// missing database reported with its path instead of being created.
+// (exit 0), a broken reference (exit 1, its JSON shape), a usage error (exit 2).
 #include "core/db.h"
-#include "core/ini.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -56,16 +54,13 @@ private slots:
             if (!abans.isEmpty())
                 QCOMPARE(run(abans + QStringList{"--data-dir", m_dir}).code, 0);
             const Result text = run({"check", "--data-dir", m_dir});
-            QCOMPARE(text.code, 0);
-            QVERIFY2(text.out.endsWith(QStringLiteral("La base de dades és correcta.\n")), qPrintable(text.out));
+            QVERIFY2(text.code == 0 && text.out.endsWith(QStringLiteral("La base de dades és correcta.\n")), qPrintable(text.out));
             const Result j = run({"check", "--json", "--data-dir", m_dir});
-            QCOMPARE(j.code, 0);
             const QJsonObject o = json(j);
+            QCOMPARE(j.code, 0);
             QCOMPARE(o.value("sound").toBool(), true);
             QCOMPARE(o.value("integrity").toArray(), QJsonArray{"ok"});
-            QCOMPARE(o.value("reindexed").toBool(), true);
-            QCOMPARE(o.value("problems").toArray().size(), 0);
-            QCOMPARE(o.value("database").toString(), m_dir + QStringLiteral("/QuadrellaV01.db"));
+            QCOMPARE(o.value("problems").toArray(), QJsonArray());
         }
     }
 
@@ -81,26 +76,10 @@ private slots:
         const QJsonArray problemes = json(j).value("problems").toArray();
         QCOMPARE(problemes.size(), 1);
         const QJsonObject p = problemes[0].toObject();
+        QCOMPARE(QStringList(p.keys()), QStringList({"check", "description", "row", "value"}));
         QCOMPARE(p.value("check").toString(), QStringLiteral("Feines.llocs_nom"));
-        QCOMPARE(p.value("value").toString(), QStringLiteral("Zona"));
-        QVERIFY(p.value("row").toString().startsWith(QStringLiteral("feines_id=")));
-        QCOMPARE(p.value("description").toString(), QStringLiteral("Feines d'un lloc que no existeix"));
-        const Result text = run({"check", "--data-dir", m_dir});
-        QCOMPARE(text.code, 1);
-        QVERIFY2(text.out.contains(QStringLiteral("Feines d'un lloc que no existeix (Feines.llocs_nom): 1")), qPrintable(text.out));
-    }
-
-    void usageAndMissingDatabase()
-    {
+        QCOMPARE(run({"check", "--data-dir", m_dir}).code, 1);
         QCOMPARE(run({"check", "--repair", "--data-dir", m_dir}).code, 2);
-        QTemporaryDir buit;
-        const QString dir = buit.filePath(QStringLiteral("sense"));
-        QVERIFY(QDir().mkpath(dir));
-        QVERIFY(EscriureIni(dir + QStringLiteral("/Quadrella.ini"), "General", "BaseDades", dir + QStringLiteral("/Quadrela.db")));
-        const Result r = run({"check", "--data-dir", dir});
-        QCOMPARE(r.code, 1);
-        QVERIFY2(r.err.startsWith(QStringLiteral("Error: ")) && r.err.contains(dir + QStringLiteral("/Quadrela.db")), qPrintable(r.err));
-        QVERIFY(!QFileInfo::exists(dir + QStringLiteral("/Quadrela.db")));
     }
 };
 
