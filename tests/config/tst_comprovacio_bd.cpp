@@ -1,6 +1,9 @@
 // Checking a database: each kind of row that names a missing row is found and reported with the
 // row and the name it holds; name indexes written in another order are found and rebuilt.
 #include "config/comprovacio_bd.h"
+#include "jobs/dades_mostra.h"
+#include "jobs/motor_feines.h"
+#include "jobs/planificacio.h"
 #include "support/entorn_proves.h"
 
 #include <QtTest>
@@ -21,6 +24,21 @@ class TestComprovacioBd : public QObject {
     Q_OBJECT
 
 private slots:
+    void soundAfterTheSampleDataAndAPlanningRun()
+    {
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        QVERIFY(afegeixDadesMostra(*s));
+        QVERIFY(comprovacio_bd::comprova(s->db()).correcta());
+        s->db().exec(QStringLiteral("UPDATE Llocs SET llocs_periodicitat_dies = 7")); // the sample places have no rhythm
+        MotorFeines motor(s->db(), s->cfg());
+        RegistreMemoria log;
+        Planificador p(s->db(), s->cfg(), motor, log);
+        QCOMPARE(p.Planificar_Feines(s->cfg().UltimDiaGen.addDays(1), s->cfg().UltimDiaGen.addDays(61)), QString());
+        QVERIFY(p.feinesPlanificades() > 0);
+        QVERIFY(comprovacio_bd::comprova(s->db()).correcta());
+    }
+
     void brokenReferencesAreFound_data()
     {
         QTest::addColumn<QString>("sql"); // breaks one reference of a sound database

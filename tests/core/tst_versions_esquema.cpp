@@ -85,49 +85,36 @@ private slots:
         QVERIFY(!QFileInfo::exists(QFileInfo(fitxer).absolutePath()) || perDefecte);
     }
 
-    void versions_data()
+    // An empty file gets the schema, without a backup; a newer schema is refused and left alone.
+    void emptyAndNewerFiles()
     {
-        QTest::addColumn<int>("versioFitxer"); // 0 = an empty file, 1 = the first schema
-        QTest::newRow("empty file gets the schema") << 0;
-        QTest::newRow("first schema migrated") << 1;
-        QTest::newRow("current schema untouched") << versions_esquema::Actual;
-        QTest::newRow("newer schema refused") << versions_esquema::Actual + 1;
-    }
-    void versions()
-    {
-        QFETCH(int, versioFitxer);
         QTemporaryDir tmp;
-        const QString fitxer = tmp.filePath(QStringLiteral("Quadrella.db"));
-        if (versioFitxer == 1)
-            escriuVersio1(fitxer);
-        else
-            QCOMPARE(sqlitePla(fitxer, versioFitxer ? QStringLiteral("PRAGMA user_version=%1").arg(versioFitxer) : QString()), QString());
-        const QDateTime ara(QDate(2026, 11, 23), QTime(10, 15, 30));
-        const QString copia = tmp.filePath(QStringLiteral("Quadrella20261123101530.db"));
+        const QString buit = tmp.filePath(QStringLiteral("buit.db")), nou = tmp.filePath(QStringLiteral("nou.db"));
+        QCOMPARE(sqlitePla(buit, QString()) + sqlitePla(nou, QStringLiteral("PRAGMA user_version=%1").arg(versions_esquema::Actual + 1)),
+                 QString());
         Db db;
-        if (versioFitxer > versions_esquema::Actual) {
-            QVERIFY_THROWS_EXCEPTION(DbError, versions_esquema::obre(db, fitxer, ara));
-            QVERIFY(!db.isOpen());
-            QVERIFY(!QFileInfo::exists(copia));
-            return;
-        }
-        QCOMPARE(versions_esquema::obre(db, fitxer, ara).copia, versioFitxer == 1 ? copia : QString());
+        QCOMPARE(versions_esquema::obre(db, buit).copia, QString());
         QCOMPARE(versions_esquema::versio(db), versions_esquema::Actual);
-        QCOMPARE(db.query(QStringLiteral("PRAGMA integrity_check")).columna(), QStringList{QStringLiteral("ok")});
-        QCOMPARE(dades_prova::valor(db, QStringLiteral("SELECT count(*) FROM sqlite_master WHERE sql LIKE '%COLLATE NOCASE%'")), 0);
-        QCOMPARE(QFileInfo::exists(copia), versioFitxer == 1);
+        QVERIFY(db.tableExists(QStringLiteral("Feines")));
+        QVERIFY_THROWS_EXCEPTION(DbError, versions_esquema::obre(db, nou));
+        QVERIFY(!db.isOpen());
+        QCOMPARE(QDir(tmp.path()).entryList(QDir::Files).size(), 2);
     }
 
     // A migrated file: every row found by its name in any case through the rebuilt indexes, in
-    // the program's order, the backup as the file was, the job lines still going with their job
-    // and the job counter where it was.
+    // the program's order, the dated backup as the file was, the job lines still going with their
+    // job and the job counter where it was.
     void aMigratedFileKeepsEveryRow()
     {
         QTemporaryDir tmp;
         const QString fitxer = tmp.filePath(QStringLiteral("v1.db"));
         escriuVersio1(fitxer);
         Db db;
-        const QString copia = versions_esquema::obre(db, fitxer).copia;
+        const QString copia = versions_esquema::obre(db, fitxer, QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30))).copia;
+        QCOMPARE(copia, tmp.filePath(QStringLiteral("v120261123101530.db")));
+        QCOMPARE(versions_esquema::versio(db), versions_esquema::Actual);
+        QCOMPARE(db.query(QStringLiteral("PRAGMA integrity_check")).columna(), QStringList{QStringLiteral("ok")});
+        QCOMPARE(dades_prova::valor(db, QStringLiteral("SELECT count(*) FROM sqlite_master WHERE sql LIKE '%COLLATE NOCASE%'")), 0);
         for (const char *nom : {"ZONA", "àngels", "ebre", "ÉLIA", "ALBA", "ona"}) {
             for (const char *sql : {"SELECT count(*) FROM Llocs WHERE llocs_nom = ?", "SELECT count(*) FROM Recursos WHERE recursos_nom = ?",
                                     "SELECT count(*) FROM Feines WHERE feines_data = '2026-11-23' AND llocs_nom = ?",
