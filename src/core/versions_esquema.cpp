@@ -124,8 +124,18 @@ Actualitzacio actualitza(Db &db, const QDateTime &ara)
         Transaction t(db);
         for (int v = r.desDe; v < Actual; ++v)
             passos[v - 1](db);
+        // The rebuilt tables must keep the job lines' foreign key as the old ones did.
+        Query fk = db.query(QStringLiteral("PRAGMA foreign_key_check"));
+        if (fk.next())
+            throw DbError(QStringLiteral("FOREIGN KEY: %1 rowid %2").arg(fk.text(0), fk.text(1)));
         db.exec(QStringLiteral("PRAGMA user_version=%1").arg(Actual));
         t.commit();
+    } catch (const DbError &e) {
+        db.exec(QStringLiteral("PRAGMA foreign_keys=ON"));
+        // Nothing was changed; the backup stays beside the file.
+        throw DbError(Tradueix("No s'ha pogut actualitzar la base de dades %1 a la versió d'aquest programa; el fitxer queda com era (còpia: %2).")
+                          .arg(db.path(), r.copia)
+                      + QLatin1Char(' ') + e.text());
     } catch (...) {
         db.exec(QStringLiteral("PRAGMA foreign_keys=ON"));
         throw;

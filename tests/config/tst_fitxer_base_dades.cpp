@@ -1,7 +1,7 @@
-// The database file chosen in the configuration dialog: a file that does not exist is accepted
-// only when the user asks for a new empty database there, and it is created only once the whole
-// change is confirmed.
+// The configuration dialog's database file: a missing one only after a Yes to a new empty
+// database there, created once the whole change is confirmed.
 #include "config/edicio_configuracio.h"
+#include "core/ini.h"
 #include "core/versions_esquema.h"
 #include "support/entorn_proves.h"
 
@@ -34,20 +34,12 @@ private slots:
         QTest::addColumn<QList<bool>>("respostes");
         QTest::addColumn<int>("resultat");
         QTest::addColumn<QStringList>("crides"); // the kinds of message, in order
-        QTest::addColumn<bool>("creat");
-        const int gravat = int(Resultat::Gravat);
-        const int rebutjada = int(Resultat::BaseDadesRebutjada);
-        const int noConfirmat = int(Resultat::NoConfirmat);
-        QTest::newRow("missing, no new database") << "<dir>/Quadrela.db" << QList<bool>{} << rebutjada
-                                                  << QStringList{"pregunta (No)"} << false;
-        QTest::newRow("missing, new database") << "<dir>/Nova.db" << QList<bool>{true, true} << gravat
-                                               << QStringList{"pregunta (No)", "pregunta"} << true;
-        QTest::newRow("missing, change not confirmed")
-            << "<dir>/Nova.db" << QList<bool>{true, false} << noConfirmat << QStringList{"pregunta (No)", "pregunta"} << false;
-        QTest::newRow("relative name, new database") << "Nova.db" << QList<bool>{true, true} << gravat
-                                                     << QStringList{"pregunta (No)", "pregunta"} << true;
-        QTest::newRow("folder missing") << "<dir>/xarxa/Quadrella.db" << QList<bool>{true, true} << rebutjada
-                                        << QStringList{"informa"} << false;
+        const QStringList dues{"pregunta (No)", "pregunta"};
+        QTest::newRow("no new database") << "<dir>/Quadrela.db" << QList<bool>{} << int(Resultat::BaseDadesRebutjada) << dues.mid(0, 1);
+        QTest::newRow("new database, relative name") << "Nova.db" << QList<bool>{true, true} << int(Resultat::Gravat) << dues;
+        QTest::newRow("change not confirmed") << "<dir>/Nova.db" << QList<bool>{true, false} << int(Resultat::NoConfirmat) << dues;
+        QTest::newRow("folder missing") << "<dir>/xarxa/Quadrella.db" << QList<bool>{true, true} << int(Resultat::BaseDadesRebutjada)
+                                        << QStringList{"informa"};
     }
     void aMissingFileNeedsAYes()
     {
@@ -55,7 +47,6 @@ private slots:
         QFETCH(QList<bool>, respostes);
         QFETCH(int, resultat);
         QFETCH(QStringList, crides);
-        QFETCH(bool, creat);
         DirectoriProva dir;
         auto s = dir.obreSessio();
         Valors v = valorsInicials(*s);
@@ -63,20 +54,16 @@ private slots:
         const QString absolut = QDir(dir.path()).filePath(v.BaseDades);
         InteraccioDefectes ui;
         ui.respostes = respostes;
-        QStringList escrits;
-        const Resultat r = confirma(*s, v, ui, [&](const QString &, const QString &clau, const QString &valor) {
-            escrits << clau + QLatin1Char('=') + valor;
-            return true;
-        });
+        const Resultat r = confirma(*s, v, ui);
         QCOMPARE(int(r), resultat);
         QStringList tipus;
         for (const auto &c : ui.crides)
             tipus << c.tipus;
         QCOMPARE(tipus, crides);
         QVERIFY2(ui.crides[0].text.contains(QFileInfo(absolut).absolutePath()), qPrintable(ui.crides[0].text));
-        QCOMPARE(escrits.contains(QStringLiteral("BaseDades=") + v.BaseDades), r == Resultat::Gravat);
-        QCOMPARE(QFileInfo::exists(absolut), creat);
-        if (creat) {
+        QCOMPARE(LlegirIni(dir.fitxerIni(), "General", "BaseDades", "") == v.BaseDades, r == Resultat::Gravat);
+        QCOMPARE(QFileInfo::exists(absolut), r == Resultat::Gravat);
+        if (r == Resultat::Gravat) {
             Db db;
             db.open(absolut);
             QCOMPARE(versions_esquema::versio(db), versions_esquema::Actual);
