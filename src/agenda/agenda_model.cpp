@@ -168,7 +168,7 @@ void ModelAgenda::construeixDia()
         " LEFT JOIN Recursos_Components ON Feines.recursos_nom = Recursos_Components.recursos_nom"
         " LEFT JOIN Recursos ON Recursos.recursos_nom = COALESCE(Recursos_Components.recursos_component_nom, Feines.recursos_nom)"
         " WHERE Feines.feines_data = ?"
-        " ORDER BY COALESCE(Recursos_Components.recursos_component_nom, Feines.recursos_nom) COLLATE NOCASE,"
+        " ORDER BY COALESCE(Recursos_Components.recursos_component_nom, Feines.recursos_nom) COLLATE QNOCASE,"
         " Feines.feines_hora_inici, Feines.feines_hora_fi, Feines.feines_id"));
     q.bind(m_estat.DiaActual).exec();
     Feina f;

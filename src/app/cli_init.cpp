@@ -21,6 +21,9 @@ int initOrdre(ContextComanda &ctx, Arguments &args)
         if (!ctx.json())
             ctx.out() << "Creat: " << c << Qt::endl;
     }
+    // Opening the session checks the database that the settings name (a missing one elsewhere
+    // than the default path is an error) and brings an older one to the current schema.
+    ctx.sessio();
     bool mostra = false;
     if (sample) {
         mostra = afegeixDadesMostra(ctx.sessio());

@@ -5,6 +5,7 @@
 #include "core/directori_dades.h"
 #include "core/formats.h"
 #include "core/sessio.h"
+#include "core/traduccio.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -27,23 +28,34 @@ void InteraccioTerminal::informa(const QString &titol, const QString &text)
     m_err << titol << ": " << text << Qt::endl;
 }
 
-bool InteraccioTerminal::pregunta(const QString &titol, const QString &text)
+namespace {
+
+// An empty answer is No; `opcions` is how the answers are offered ("[s/N]" marks No as the default).
+bool preguntaTerminal(QTextStream &err, bool siATot, const QString &titol, const QString &text, const char *opcions)
 {
-    m_err << titol << ": " << text;
-    if (m_siATot) {
-        m_err << " [s/n] s" << Qt::endl;
-        return true;
+    err << titol << ": " << text << ' ' << opcions;
+    if (siATot || !isatty(STDIN_FILENO)) {
+        err << (siATot ? " s" : " n") << Qt::endl;
+        return siATot;
     }
-    if (!isatty(STDIN_FILENO)) {
-        m_err << " [s/n] n" << Qt::endl;
-        return false;
-    }
-    m_err << " [s/n] " << Qt::flush;
+    err << ' ' << Qt::flush;
     char line[64] = {};
     if (!std::fgets(line, sizeof line, stdin))
         return false;
     const QString answer = QString::fromLocal8Bit(line).trimmed().toLower();
     return answer.startsWith(QLatin1Char('s')) || answer.startsWith(QLatin1Char('y'));
+}
+
+} // namespace
+
+bool InteraccioTerminal::pregunta(const QString &titol, const QString &text)
+{
+    return preguntaTerminal(m_err, m_siATot, titol, text, "[s/n]");
+}
+
+bool InteraccioTerminal::preguntaPerDefecteNo(const QString &titol, const QString &text)
+{
+    return preguntaTerminal(m_err, m_siATot, titol, text, "[s/N]");
 }
 
 void InteraccioTerminal::error(const QString &titol, const QString &text)
@@ -69,8 +81,12 @@ ContextComanda::~ContextComanda() = default;
 
 Sessio &ContextComanda::sessio()
 {
-    if (!m_sessio)
+    if (!m_sessio) {
         m_sessio = std::make_unique<Sessio>(m_dirDades);
+        if (!m_sessio->copiaMigracio.isEmpty())
+            m_err << Tradueix("Base de dades actualitzada a la versió d'aquest programa. Còpia de l'anterior:") << ' '
+                  << m_sessio->copiaMigracio << Qt::endl;
+    }
     return *m_sessio;
 }
 

@@ -42,6 +42,7 @@ public:
     InteraccioTerminal(QTextStream &err, bool siATot) : m_err(err), m_siATot(siATot) {}
     void informa(const QString &titol, const QString &text) override;
     bool pregunta(const QString &titol, const QString &text) override;
+    bool preguntaPerDefecteNo(const QString &titol, const QString &text) override;
     void error(const QString &titol, const QString &text) override;
     void setSiATot(bool si) { m_siATot = si; }
 

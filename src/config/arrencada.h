@@ -2,7 +2,7 @@
 // The parts of starting and ending the desktop program that need no window: finding the help
 // file, and what happens to the settings and the databases once the main window has gone.
 
-#include "copia_segura.h"
+#include "core/copia_segura.h"
 
 #include <QString>
 

@@ -1,5 +1,6 @@
 #include "configuracio_dialog.h"
 
+#include "comprovacio_bd.h"
 #include "manteniment.h"
 
 #include "core/formats.h"
@@ -97,6 +98,9 @@ void frmConfiguracio::construeix()
     btnPurgarBD->setObjectName(QStringLiteral("btnPurgarBD"));
     btnPurgarBD->setAutoDefault(false);
     lblDataPurgat = etiqueta(PerTraduir("Esborrar feines fins al:"), txtDataPurgat, fraBaseDades);
+    btnComprovaBD = new QPushButton(Tradueix("Comprova la base de dades"), fraBaseDades);
+    btnComprovaBD->setObjectName(QStringLiteral("btnComprovaBD"));
+    btnComprovaBD->setAutoDefault(false);
     auto *filaBD = new QHBoxLayout;
     filaBD->addWidget(txtBD, 1);
     filaBD->addWidget(btnSeleccionaBD);
@@ -107,6 +111,10 @@ void frmConfiguracio::construeix()
     auto *fBD = new QFormLayout(fraBaseDades);
     fBD->addRow(etiqueta(PerTraduir("Fitxer:"), txtBD, fraBaseDades), filaBD);
     fBD->addRow(lblDataPurgat, filaPurga);
+    auto *filaComprova = new QHBoxLayout;
+    filaComprova->addWidget(btnComprovaBD);
+    filaComprova->addStretch();
+    fBD->addRow(QString(), filaComprova);
 
     // ---- PLANIFICACIO
     fraPlanificacio = marc(PerTraduir("PLANIFICACIO"), this);
@@ -199,7 +207,7 @@ void frmConfiguracio::construeix()
     g->setColumnStretch(1, 1);
 
     // The order a keyboard user expects: frame by frame, top to bottom.
-    const QList<QWidget *> ordre{txtBD, btnSeleccionaBD, txtDataPurgat, btnPurgarBD,
+    const QList<QWidget *> ordre{txtBD, btnSeleccionaBD, txtDataPurgat, btnPurgarBD, btnComprovaBD,
                                  txtMinutsCella, ComboHoraInici, ComboHoraFinal, txtUltDiaGenerat, chkPermetSolaparLlocs,
                                  txtHoresDia, ComboHoraIniciDinar, ComboHoraFinalDinar, chkCalculHoresFetes,
                                  chkDissabtesExtra, chkDiumengesExtra,
@@ -222,6 +230,7 @@ void frmConfiguracio::construeix()
     connect(OKButton, &QPushButton::clicked, this, &frmConfiguracio::confirma);
     connect(CancelButton, &QPushButton::clicked, this, &frmConfiguracio::reject);
     connect(btnPurgarBD, &QPushButton::clicked, this, &frmConfiguracio::purga);
+    connect(btnComprovaBD, &QPushButton::clicked, this, &frmConfiguracio::comprovaBD);
     connect(btnSeleccionaBD, &QPushButton::clicked, this, &frmConfiguracio::seleccionaBD);
     connect(txtBD, &QLineEdit::editingFinished, this, [this] { txtBD->setCursorPosition(txtBD->text().size()); });
 }
@@ -261,6 +270,7 @@ void frmConfiguracio::omple()
         // The language has just been chosen, and there is nothing to purge or to have planned yet.
         CancelButton->setEnabled(false);
         btnPurgarBD->hide();
+        btnComprovaBD->hide();
         txtDataPurgat->hide();
         lblDataPurgat->hide();
         txtUltDiaGenerat->hide();
@@ -391,6 +401,9 @@ void frmConfiguracio::confirma()
         if (r == Resultat::Incoherent) {
             txtMinutsCella->setFocus(Qt::OtherFocusReason);
             txtMinutsCella->selectAll();
+        } else if (r == Resultat::BaseDadesRebutjada) {
+            txtBD->setFocus(Qt::OtherFocusReason);
+            txtBD->selectAll();
         } else if (r == Resultat::Gravat) {
             accept();
         }
@@ -413,6 +426,21 @@ void frmConfiguracio::purga()
     protegeix(m_ui, [&] {
         PunterOcupat punter;
         manteniment::Purga_BD(m_sessio, data, m_ui);
+    });
+}
+
+void frmConfiguracio::comprovaBD()
+{
+    protegeix(m_ui, [&] {
+        comprovacio_bd::Informe informe;
+        {
+            PunterOcupat punter;
+            informe = comprovacio_bd::comprova(m_sessio.db());
+        }
+        if (informe.correcta())
+            m_ui.informa(QStringLiteral("Quadrella"), comprovacio_bd::text(informe));
+        else
+            m_ui.error(QStringLiteral("ERROR"), comprovacio_bd::text(informe));
     });
 }
 

@@ -42,6 +42,7 @@ public:
     QLabel *lblDataPurgat;
     QLineEdit *txtDataPurgat;
     QPushButton *btnPurgarBD;
+    QPushButton *btnComprovaBD;
 
     QLineEdit *txtMinutsCella;
     QComboBox *ComboHoraInici;
@@ -83,6 +84,7 @@ private:
     bool comprovaCamp(QLineEdit *camp);
     void confirma();
     void purga();
+    void comprovaBD();
     void seleccionaBD();
 
     Sessio &m_sessio;

@@ -2,11 +2,15 @@
 
 #include "core/configuracio.h"
 #include "core/db.h"
+#include "core/directori_dades.h"
 #include "core/formats.h"
 #include "core/ini.h"
 #include "core/interaccio.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace edicio_configuracio {
 
@@ -174,6 +178,15 @@ Valors valorsInicials(const Sessio &sessio)
     return v;
 }
 
+QString fitxerBaseDades(const Sessio &sessio, const QString &text)
+{
+    const QString t = text.trimmed();
+    const QString dir = sessio.cfg().dirDades;
+    if (t.isEmpty())
+        return QDir(dir).filePath(Configuracio::nomFitxerBaseDades());
+    return QDir::isRelativePath(t) ? QDir(dir).filePath(t) : t;
+}
+
 Resultat confirma(Sessio &sessio, const Valors &valors, Interaccio &ui, const Escriptor &escriuDonat)
 {
     bool ok = false;
@@ -188,9 +201,26 @@ Resultat confirma(Sessio &sessio, const Valors &valors, Interaccio &ui, const Es
                      + Tradueix(") amb hora d'inici incoherent amb els paràmetres 'Hora inici:' i 'Tram mínim:'."));
         return Resultat::Incoherent;
     }
+    // A typo or an unmounted share must not send the next start to a new empty file.
+    const QString fitxerBD = fitxerBaseDades(sessio, valors.BaseDades);
+    const bool baseNova = !QFileInfo::exists(fitxerBD);
+    if (baseNova) {
+        const QString carpeta = QFileInfo(fitxerBD).absolutePath();
+        if (!QFileInfo(carpeta).isDir()) {
+            ui.informa(QStringLiteral("Quadrella"), Tradueix("No existeix la carpeta %1.").arg(carpeta));
+            return Resultat::BaseDadesRebutjada;
+        }
+        if (!ui.preguntaPerDefecteNo(Tradueix("AVÍS"), Tradueix("No existeix la base de dades %1. Vols crear-hi una base de dades nova i buida?").arg(fitxerBD)))
+            return Resultat::BaseDadesRebutjada;
+    }
     if (!ui.pregunta(Tradueix("AVÍS"), Tradueix("Vas a modificar la configuració.") + QLatin1Char('\n')
                                            + Tradueix("Es reiniciarà l'aplicació. Continuar?")))
         return Resultat::NoConfirmat;
+    if (baseNova && !QFileInfo::exists(fitxerBD)) {
+        Db nova;
+        nova.open(fitxerBD);
+        directori_dades::creaEsquema(nova);
+    }
 
     Configuracio &cfg = sessio.cfg();
     const QString fitxer = cfg.fitxerIni;

@@ -79,6 +79,8 @@ Valors valorsInicials(const Sessio &sessio);
 
 enum class Resultat {
     Incoherent,   // a stored job does not fit the new grid: the focus goes to the cell length
+    BaseDadesRebutjada, // the database file does not exist and no new one was wanted there:
+                        // the focus goes to the file
     NoConfirmat,  // the user answered No: the dialog stays open
     Gravat        // settings written (failed writes reported one by one), restart requested
 };
@@ -86,8 +88,13 @@ enum class Resultat {
 // One settings write; false when it failed.
 using Escriptor = std::function<bool(const QString &seccio, const QString &clau, const QString &valor)>;
 
-// Confirm: coherence of the stored jobs, the question, every write in order, UltimDiaGen in memory
-// and the restart flag. `escriu` defaults to the session's settings file.
+// The database file a BaseDades text names (relative to the data directory; empty is the default).
+QString fitxerBaseDades(const Sessio &sessio, const QString &text);
+
+// Confirm: coherence of the stored jobs; a database file that does not exist is only accepted
+// when the user answers Yes (default No) to creating a new empty database there, created once
+// the change is confirmed; the question, every write in order, UltimDiaGen in memory and the
+// restart flag. `escriu` defaults to the session's settings file.
 Resultat confirma(Sessio &sessio, const Valors &valors, Interaccio &ui, const Escriptor &escriu = {});
 
 } // namespace edicio_configuracio

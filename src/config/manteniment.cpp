@@ -13,17 +13,6 @@
 
 namespace manteniment {
 
-QString nomCopiaDatada(const QString &baseDades, const QDateTime &moment)
-{
-    const QFileInfo fi(baseDades);
-    const QString suffix = fi.suffix();
-    QString base = fi.absoluteFilePath();
-    if (!suffix.isEmpty())
-        base.chop(suffix.size() + 1);
-    const QString segell = moment.toString(QStringLiteral("yyyyMMddHHmmss"));
-    return suffix.isEmpty() ? base + segell : base + segell + QLatin1Char('.') + suffix;
-}
-
 QString fitxerCompactacio(const QString &baseDades)
 {
     return QFileInfo(baseDades).absoluteDir().filePath(QStringLiteral("BDcompact.db"));

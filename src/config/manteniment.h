@@ -2,7 +2,7 @@
 // Keeping the business database usable over the years: the purge of old jobs after a dated
 // backup, and the compaction that a purge asks for at shut-down.
 
-#include "copia_segura.h"
+#include "core/copia_segura.h"
 
 #include <QDateTime>
 #include <QString>
@@ -12,8 +12,8 @@ class Sessio;
 
 namespace manteniment {
 
-// The dated backup beside the database: "<path without extension><yyyyMMddHHmmss><extension>".
-QString nomCopiaDatada(const QString &baseDades, const QDateTime &moment);
+// The dated backup beside the database (the same name the schema migration uses).
+using copia_segura::nomCopiaDatada;
 // The compaction's temporary file, beside the database so that the final rename stays on one
 // file system.
 QString fitxerCompactacio(const QString &baseDades);

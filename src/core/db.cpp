@@ -33,8 +33,8 @@ QString senseAccents(const QString &text)
     return out.toCaseFolded();
 }
 
-// Case-insensitive comparison for every Unicode letter (SQLite's own NOCASE folds ASCII only).
-// ASCII is compared in place; anything else goes through Qt's case folding.
+// QNOCASE: case-insensitive comparison for every Unicode letter (SQLite's own NOCASE folds ASCII
+// only). ASCII is compared in place; anything else goes through Qt's case folding.
 int unicodeNoCase(void *, int len1, const void *data1, int len2, const void *data2)
 {
     const auto *a = static_cast<const unsigned char *>(data1);
@@ -79,6 +79,11 @@ QVariant normalise(const QVariant &value)
 }
 
 } // namespace
+
+void registraColacio(sqlite3 *handle)
+{
+    sqlite3_create_collation_v2(handle, "QNOCASE", SQLITE_UTF8, nullptr, unicodeNoCase, nullptr);
+}
 
 // ---------------------------------------------------------------- Query
 
@@ -322,7 +327,7 @@ void Db::open(const QString &path, Journal journal)
         close();
         throw DbError(QStringLiteral("controlador SQLite no disponible"));
     }
-    sqlite3_create_collation_v2(h, "NOCASE", SQLITE_UTF8, nullptr, unicodeNoCase, nullptr);
+    registraColacio(h);
     if (journal == Journal::Auto)
         journal = isNetworkFileSystem(path) ? Journal::Delete : Journal::Wal;
     try {

@@ -22,6 +22,13 @@ private:
 };
 
 class Db;
+struct sqlite3;
+
+// Name columns are declared COLLATE QNOCASE: case never counts and accented letters sort among
+// their base letters. The name is our own, so that another SQLite tool refuses to write the file
+// ("no such collation sequence") instead of keeping the indexes in a different order. Every
+// connection of the program registers it; Db::open does so itself.
+void registraColacio(sqlite3 *handle);
 
 // A prepared statement. Obtained from Db::query() (fresh) or Db::prepared() (cached and reused).
 class Query {
@@ -85,8 +92,8 @@ public:
     Db(const Db &) = delete;
     Db &operator=(const Db &) = delete;
 
-    // Opens (creating the file when missing) and sets the connection up: the Unicode NOCASE
-    // collation, foreign keys, busy timeout, WAL (or DELETE + FULL on a network file system).
+    // Opens (creating the file when missing) and sets the connection up: the QNOCASE collation,
+    // foreign keys, busy timeout, WAL (or DELETE + FULL on a network file system).
     void open(const QString &path, Journal journal = Journal::Auto);
     void close();
     bool isOpen() const;

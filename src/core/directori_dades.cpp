@@ -4,6 +4,7 @@
 #include "db.h"
 #include "ini.h"
 #include "traduccio.h"
+#include "versions_esquema.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -51,8 +52,12 @@ QString esquemaSql()
 
 void creaEsquema(Db &db)
 {
+    // Only a file without tables takes the current version: an older one is the migration's.
+    const bool nova = versions_esquema::versio(db) == 0;
     Transaction t(db);
     db.execScript(esquemaSql());
+    if (nova)
+        db.exec(QStringLiteral("PRAGMA user_version=%1").arg(versions_esquema::Actual));
     t.commit();
 }
 
@@ -86,7 +91,7 @@ void escriuIniNou(const QString &path, const QString &dir)
 
 } // namespace
 
-QStringList inicialitza(const QString &dir)
+QStringList inicialitza(const QString &dir, BaseNegoci base)
 {
     QStringList creats;
     if (!QDir().mkpath(dir))
@@ -98,8 +103,13 @@ QStringList inicialitza(const QString &dir)
         creats << ini;
     }
 
+    // The business database is new only at its default place, and (from the desktop program)
+    // only on the first run. A BaseDades naming a missing file elsewhere is left for the session
+    // to report: a new empty file there would let the office work on in the wrong database.
     const Configuracio cfg = Configuracio::carrega(dir);
-    if (!QFileInfo::exists(cfg.BaseDades)) {
+    const bool alLlocPerDefecte = QFileInfo(cfg.BaseDades).absoluteFilePath()
+        == QFileInfo(QDir(dir).filePath(Configuracio::nomFitxerBaseDades())).absoluteFilePath();
+    if (!QFileInfo::exists(cfg.BaseDades) && alLlocPerDefecte && (base == BaseNegoci::Crea || cfg.PrimeraExecucio)) {
         QDir().mkpath(QFileInfo(cfg.BaseDades).absolutePath());
         Db db;
         db.open(cfg.BaseDades);

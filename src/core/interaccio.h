@@ -11,6 +11,8 @@ public:
     virtual void informa(const QString &titol, const QString &text) = 0;
     // A Yes/No question; true is Yes.
     virtual bool pregunta(const QString &titol, const QString &text) = 0;
+    // The same for a step that is hard to take back: the default answer (Enter) is No.
+    virtual bool preguntaPerDefecteNo(const QString &titol, const QString &text) { return pregunta(titol, text); }
     // An error message ("ERROR" titles are not translated).
     virtual void error(const QString &titol, const QString &text) = 0;
 };

@@ -1,27 +1,32 @@
 #include "sessio.h"
 
 #include "directori_dades.h"
+#include "versions_esquema.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 Sessio::Sessio(const QString &dirDades)
 {
     m_cfg = Configuracio::carrega(dirDades);
-    const bool nova = !QFileInfo::exists(m_cfg.BaseDades);
-    if (nova)
-        QDir().mkpath(QFileInfo(m_cfg.BaseDades).absolutePath());
-    m_db.open(m_cfg.BaseDades);
-    if (nova)
-        directori_dades::creaEsquema(m_db);
 
+    // The translator first, so that a database that cannot be opened is reported in the user's
+    // language. The translation database holds no user data: it is rebuilt when missing.
     const QString trad = directori_dades::fitxerTraduccio(dirDades);
     const bool novaTrad = !QFileInfo::exists(trad);
     m_dbTraduccio.open(trad);
     if (novaTrad || !m_dbTraduccio.tableExists(QStringLiteral("Ztraduccio")))
         creaTaulaTraduccio(m_dbTraduccio);
     m_traductor.carrega(m_dbTraduccio, m_cfg.Idioma);
+    const Traductor *anterior = Traductor::actual();
     Traductor::instala(&m_traductor);
+
+    try {
+        const versions_esquema::Actualitzacio a = versions_esquema::obre(m_db, m_cfg.BaseDades);
+        copiaMigracio = a.copia;
+    } catch (...) {
+        Traductor::instala(anterior);
+        throw;
+    }
 }
 
 Sessio::~Sessio()

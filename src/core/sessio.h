@@ -10,9 +10,10 @@
 
 class Sessio {
 public:
-    // Loads the settings, opens the business database (created with the schema when missing)
-    // and the translation database (recreated from the shipped rows when missing), and installs
-    // the translator. Throws ConfigError, DbError or std::runtime_error.
+    // Loads the settings, opens the translation database (recreated from the shipped rows when
+    // missing) and installs the translator, then opens the business database, which must exist,
+    // migrating an older schema after a dated backup (versions_esquema). Throws ConfigError,
+    // DbError or std::runtime_error.
     explicit Sessio(const QString &dirDades);
     ~Sessio();
     Sessio(const Sessio &) = delete;
@@ -35,6 +36,8 @@ public:
     bool RefrescarFacturacio = false;
     bool ReiniciarAplicacio = false;
     bool CompactarBD = false;
+    // The backup written before this session migrated an older database; "" when none was.
+    QString copiaMigracio;
 
 private:
     Configuracio m_cfg;

@@ -3,6 +3,7 @@
 #include "core/db.h"
 #include "core/formats.h"
 #include "core/interaccio.h"
+#include "core/referencies.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 
@@ -115,12 +116,8 @@ Resultat GestioClients::ModificarClient(FitxaClient &f)
             .bind(f.nom).bind(f.nif).bind(f.adreca).bind(f.poblacio).bind(f.codiPostal).bind(f.telefons)
             .bind(f.ccc).bind(f.email).bind(alta).bind(f.xecs ? 1 : 0).bind(f.observacions).bind(f.nomAnt)
             .exec();
-        if (f.nom != f.nomAnt) {
-            for (const char *sql : {"UPDATE Llocs SET clients_nom = ? WHERE clients_nom = ?",
-                                    "UPDATE Xecs SET clients_nom = ? WHERE clients_nom = ?",
-                                    "UPDATE Pagaments SET clients_nom = ? WHERE clients_nom = ?"})
-                db.prepared(QString::fromLatin1(sql)).bind(f.nom).bind(f.nomAnt).exec();
-        }
+        if (f.nom != f.nomAnt)
+            referencies::reanomena(db, referencies::Tipus::Client, f.nomAnt, f.nom);
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarFacturacio = true;
@@ -138,10 +135,9 @@ Resultat GestioClients::EliminarClient(FitxaClient &f)
         Transaction t(db);
         if (!existeix(f.nom))
             return mestres::refusa(m_io, Tradueix("El client no existeix"));
-        Query q = db.prepared(QStringLiteral("SELECT 1 FROM Llocs WHERE clients_nom = ? LIMIT 1"));
-        q.bind(f.nom).exec();
-        if (q.next())
-            return mestres::refusa(m_io, Tradueix("El client té llocs. No es pot eliminar"));
+        if (const referencies::Referencia *r = referencies::impedeixEsborrar(db, referencies::Tipus::Client, f.nom))
+            return mestres::refusa(m_io, Tradueix(r->missatgeEsborrar));
+        referencies::esborraDependents(db, referencies::Tipus::Client, f.nom);
         db.prepared(QStringLiteral("DELETE FROM Clients WHERE clients_nom = ?")).bind(f.nom).exec();
         t.commit();
         f = FitxaClient();

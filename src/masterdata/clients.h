@@ -1,8 +1,9 @@
 #pragma once
 // Clients: the list, loading one into the form, and add / save / delete with their checks.
 // A client either pays by vouchers or has places with a monthly fee, never both; this side of
-// the rule is checked when the voucher box is saved. A rename travels to the client's places,
-// vouchers and payments in the same transaction, so nothing is left pointing at the old name.
+// the rule is checked when the voucher box is saved. A rename travels to every row that holds
+// the name (core/referencies) in the same transaction, and a client still named anywhere is not
+// deleted.
 
 #include "resultat.h"
 

@@ -3,6 +3,7 @@
 #include "core/db.h"
 #include "core/formats.h"
 #include "core/interaccio.h"
+#include "core/referencies.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 #include "jobs/motor_feines.h"
@@ -255,11 +256,8 @@ Resultat GestioLlocs::ModificarLloc(FitxaLloc &f)
         if (f.primerMes || f.ultimMes)
             f.periodicitat = QStringLiteral("99");
         escriu(f, false);
-        if (f.nom != f.nomAnt) {
-            for (const char *sql : {"UPDATE Feines SET llocs_nom = ? WHERE llocs_nom = ?",
-                                    "UPDATE Llocs_Serveis SET llocs_nom = ? WHERE llocs_nom = ?"})
-                db.prepared(QString::fromLatin1(sql)).bind(f.nom).bind(f.nomAnt).exec();
-        }
+        if (f.nom != f.nomAnt)
+            referencies::reanomena(db, referencies::Tipus::Lloc, f.nomAnt, f.nom);
         t.commit();
         if (f.nom != f.nomAnt)
             m_sessio.RefrescarFacturacio = true;
@@ -279,11 +277,9 @@ Resultat GestioLlocs::EliminarLloc(FitxaLloc &f)
         Transaction t(db);
         if (!existeix(f.nom))
             return mestres::refusa(m_io, Tradueix("El lloc no existeix"));
-        Query q = db.prepared(QStringLiteral("SELECT 1 FROM Feines WHERE llocs_nom = ? LIMIT 1"));
-        q.bind(f.nom).exec();
-        if (q.next())
-            return mestres::refusa(m_io, Tradueix("El lloc té feines. No es pot eliminar"));
-        db.prepared(QStringLiteral("DELETE FROM Llocs_Serveis WHERE llocs_nom = ?")).bind(f.nom).exec();
+        if (const referencies::Referencia *r = referencies::impedeixEsborrar(db, referencies::Tipus::Lloc, f.nom))
+            return mestres::refusa(m_io, Tradueix(r->missatgeEsborrar));
+        referencies::esborraDependents(db, referencies::Tipus::Lloc, f.nom);
         db.prepared(QStringLiteral("DELETE FROM Llocs WHERE llocs_nom = ?")).bind(f.nom).exec();
         t.commit();
         const QString client = f.client;

@@ -1,8 +1,9 @@
 #pragma once
 // Places of a client and the services contracted at each: the lists, loading, and add / save /
 // delete with their checks in order. A place's planned minutes are kept in step with its
-// services by asking the user whenever they differ. A rename carries over to the place's jobs
-// and service lines in one transaction; a place that still has jobs cannot be deleted.
+// services by asking the user whenever they differ. A rename carries over to every row that
+// holds the name (core/referencies) in one transaction; a place that still has jobs cannot be
+// deleted, and its service lines go with it.
 
 #include "resultat.h"
 

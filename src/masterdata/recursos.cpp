@@ -2,6 +2,7 @@
 
 #include "core/db.h"
 #include "core/interaccio.h"
+#include "core/referencies.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 #include "jobs/feina.h"
@@ -206,8 +207,10 @@ Resultat GestioRecursos::ModificarRecurs(FitxaRecurs &f)
         db.prepared(QStringLiteral("UPDATE Recursos SET recursos_nom = ?, recursos_grup = ?, recursos_color = ?, "
                                    "recursos_assigna_temps = ? WHERE recursos_nom = ?"))
             .bind(f.nom).bind(f.grup ? 1 : 0).bind(f.color).bind(f.assignaTemps ? 1 : 0).bind(f.nomAnt).exec();
-        // Memberships are rewritten under the name the group has now; rows kept under a
-        // previous name stay where they are.
+        // Jobs, places, overtime rows and memberships follow the new name; then the group's
+        // members are rewritten from the form.
+        if (f.nom != f.nomAnt)
+            referencies::reanomena(db, referencies::Tipus::Recurs, f.nomAnt, f.nom);
         escriuMembres(f.nom, f);
         t.commit();
         f.nomAnt = f.nom;
@@ -229,6 +232,9 @@ Resultat GestioRecursos::EliminarRecurs(FitxaRecurs &f)
         q.bind(f.nom).exec();
         if (!q.next())
             return mestres::refusa(m_io, Tradueix("El recurs no existeix"));
+        if (const referencies::Referencia *r = referencies::impedeixEsborrar(db, referencies::Tipus::Recurs, f.nom))
+            return mestres::refusa(m_io, Tradueix(r->missatgeEsborrar));
+        referencies::esborraDependents(db, referencies::Tipus::Recurs, f.nom);
         db.prepared(QStringLiteral("DELETE FROM Recursos WHERE recursos_nom = ?")).bind(f.nom).exec();
         t.commit();
         f = FitxaRecurs();

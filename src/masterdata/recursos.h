@@ -1,7 +1,9 @@
 #pragma once
 // Resources (workers and groups of workers) and the rules on their colours. The agenda tells a
 // job's resource by the colour of its cell, so every resource keeps a colour of its own that is
-// none of the colours the agenda itself paints cells with.
+// none of the colours the agenda itself paints cells with. A rename travels to every row that
+// holds the name (core/referencies); a resource still named by a job, a group, a place or an
+// overtime row is not deleted, and a group's own member list goes with it.
 
 #include "resultat.h"
 

@@ -2,6 +2,7 @@
 
 #include "core/db.h"
 #include "core/interaccio.h"
+#include "core/referencies.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 
@@ -104,6 +105,8 @@ Resultat GestioServeis::ModificarServei(FitxaServei &f)
                                    "serveis_descripcio = ? WHERE serveis_nom = ?"))
             .bind(f.nom).bind(f.unitat).bind(preu).bind(minuts).bind(f.comu ? 1 : 0).bind(f.descripcio).bind(f.nomAnt)
             .exec();
+        if (f.nom != f.nomAnt)
+            referencies::reanomena(db, referencies::Tipus::Servei, f.nomAnt, f.nom);
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarFacturacio = true;
@@ -128,6 +131,9 @@ Resultat GestioServeis::EliminarServei(FitxaServei &f)
             return mestres::refusa(m_io, Tradueix("No es pot eliminar el servei dels xecs"));
         if (!trobat)
             return mestres::refusa(m_io, Tradueix("El servei no existeix"));
+        if (const referencies::Referencia *r = referencies::impedeixEsborrar(db, referencies::Tipus::Servei, f.nom))
+            return mestres::refusa(m_io, Tradueix(r->missatgeEsborrar));
+        referencies::esborraDependents(db, referencies::Tipus::Servei, f.nom);
         db.prepared(QStringLiteral("DELETE FROM Serveis WHERE serveis_nom = ?")).bind(f.nom).exec();
         t.commit();
         f = FitxaServei();

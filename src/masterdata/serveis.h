@@ -1,6 +1,8 @@
 #pragma once
 // Services that are sold: unit, default price, minutes per unit and whether the group size
-// changes that time. The voucher service named by ServeiXecs keeps its name and cannot go.
+// changes that time. The voucher service named by ServeiXecs keeps its name and cannot go. A
+// rename travels to the place and job lines (core/referencies); a service still on a line is
+// not deleted.
 
 #include "resultat.h"
 

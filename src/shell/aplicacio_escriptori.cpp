@@ -60,9 +60,14 @@ bool AplicacioEscriptori::inicia()
 {
     const bool ok = protegeix(m_ui, [&] {
         // Settings first (a missing file is created with every default and the language list),
-        // then the business and the translation databases, each created when missing.
-        directori_dades::inicialitza(m_dirDades);
+        // then the translation database; the business database only on the first run, at the
+        // default path. A missing one stops the start-up like any database that cannot be opened.
+        directori_dades::inicialitza(m_dirDades, directori_dades::BaseNegoci::NomesPrimeraExecucio);
         m_sessio = std::make_unique<Sessio>(m_dirDades);
+        if (!m_sessio->copiaMigracio.isEmpty())
+            m_ui.informa(QStringLiteral("Quadrella"),
+                         Tradueix("Base de dades actualitzada a la versió d'aquest programa. Còpia de l'anterior:")
+                             + QLatin1Char(' ') + m_sessio->copiaMigracio);
         m_primeraExecucio = m_sessio->cfg().PrimeraExecucio;
 
         if (m_primeraExecucio) {

@@ -53,16 +53,29 @@ void InteraccioMissatges::informa(const QString &titol, const QString &text)
     box.exec();
 }
 
-bool InteraccioMissatges::pregunta(const QString &titol, const QString &text)
+namespace {
+
+bool preguntaAmb(const QString &titol, const QString &text, QMessageBox::StandardButton perDefecte, QWidget *pare)
 {
     PunterNormal punter;
-    QMessageBox box(QMessageBox::Question, titolOPrograma(titol), text, QMessageBox::Yes | QMessageBox::No,
-                    pareActual());
+    QMessageBox box(QMessageBox::Question, titolOPrograma(titol), text, QMessageBox::Yes | QMessageBox::No, pare);
     box.button(QMessageBox::Yes)->setText(QLatin1Char('&') + Tradueix("Sí"));
     box.button(QMessageBox::No)->setText(QLatin1Char('&') + Tradueix("No"));
-    box.setDefaultButton(QMessageBox::Yes);
+    box.setDefaultButton(perDefecte);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
+}
+
+} // namespace
+
+bool InteraccioMissatges::pregunta(const QString &titol, const QString &text)
+{
+    return preguntaAmb(titol, text, QMessageBox::Yes, pareActual());
+}
+
+bool InteraccioMissatges::preguntaPerDefecteNo(const QString &titol, const QString &text)
+{
+    return preguntaAmb(titol, text, QMessageBox::No, pareActual());
 }
 
 void InteraccioMissatges::error(const QString &titol, const QString &text)

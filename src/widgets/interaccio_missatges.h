@@ -14,6 +14,7 @@ public:
 
     void informa(const QString &titol, const QString &text) override;
     bool pregunta(const QString &titol, const QString &text) override;
+    bool preguntaPerDefecteNo(const QString &titol, const QString &text) override;
     void error(const QString &titol, const QString &text) override;
 
 private:

@@ -1,6 +1,6 @@
 // `quadrella purge` and `quadrella compact` as a user runs them, and the desktop program's refusal
 // to start without a display.
-#include "config/copia_segura.h"
+#include "core/copia_segura.h"
 #include "support/entorn_proves.h"
 
 #include <QDir>

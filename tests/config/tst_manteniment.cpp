@@ -1,5 +1,5 @@
 // The purge with its dated backup, and the compaction that must never lose the database file.
-#include "config/copia_segura.h"
+#include "core/copia_segura.h"
 #include "config/manteniment.h"
 #include "support/entorn_proves.h"
 

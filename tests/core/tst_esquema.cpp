@@ -82,7 +82,7 @@ private slots:
     {
         Db db;
         db.open(m_dir.filePath("order.db"));
-        db.exec("CREATE TABLE T (nom TEXT COLLATE NOCASE PRIMARY KEY)");
+        db.exec("CREATE TABLE T (nom TEXT COLLATE QNOCASE PRIMARY KEY)");
         for (const char *n : {"L'Estel", "Àngels", "Zoe", "angels", "ÉS", "Ebre", "Ona"})
             db.query("INSERT INTO T VALUES (?)").bind(QString::fromUtf8(n)).exec();
         QCOMPARE(db.query("SELECT nom FROM T ORDER BY nom").columna(),

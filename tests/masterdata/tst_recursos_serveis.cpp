@@ -177,14 +177,13 @@ private slots:
         QCOMPARE(e.missatges(), QStringList{QStringLiteral("Falta marcar components del grup")});
         QCOMPARE(e.instantania(), abans);
 
-        // A renamed group gets its members under the new name; rows under the old name and the
-        // jobs that name it stay as they were.
+        // A renamed group takes its members and its jobs to the new name.
         QVERIFY(g.carrega(QStringLiteral("Equip"), f));
         f.nom = QStringLiteral("L'Equip");
         QCOMPARE(g.ModificarRecurs(f), Resultat::Fet);
         QCOMPARE(e.compte("SELECT COUNT(*) FROM Recursos_Components WHERE recursos_nom = ?", {"L'Equip"}), 2);
-        QCOMPARE(e.compte("SELECT COUNT(*) FROM Recursos_Components WHERE recursos_nom = 'Equip'"), 2);
-        QCOMPARE(e.text("SELECT recursos_nom FROM Feines WHERE feines_id = ?", {f1}), QStringLiteral("Equip"));
+        QCOMPARE(e.compte("SELECT COUNT(*) FROM Recursos_Components WHERE recursos_nom = 'Equip'"), 0);
+        QCOMPARE(e.text("SELECT recursos_nom FROM Feines WHERE feines_id = ?", {f1}), QStringLiteral("L'Equip"));
 
         // No longer a group: its memberships under the current name go.
         QVERIFY(g.carrega(QStringLiteral("L'Equip"), f));
@@ -207,14 +206,14 @@ private slots:
         feina(e.db(), QStringLiteral("Casa"), QDate(2009, 3, 2), QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Oriol"));
         GestioRecursos g(*e.sessio, e.io);
 
-        FitxaRecurs f = recursNou(QStringLiteral(" ORIOL "), 0);
+        FitxaRecurs f = recursNou(QStringLiteral(" EQUIP "), 0);
         QCOMPARE(g.EliminarRecurs(f), Resultat::Fet);
-        QCOMPARE(g.noms(), QStringList{QStringLiteral("Equip")});
-        // Only the row goes: its jobs and memberships are left as they are.
+        QCOMPARE(g.noms(), QStringList{QStringLiteral("Oriol")});
+        // The group's own member list goes with it; its member's jobs stay.
         QCOMPARE(e.compte("SELECT COUNT(*) FROM Feines WHERE recursos_nom = 'Oriol'"), 1);
-        QCOMPARE(e.compte("SELECT COUNT(*) FROM Recursos_Components"), 1);
+        QCOMPARE(e.compte("SELECT COUNT(*) FROM Recursos_Components"), 0);
 
-        f.nom = QStringLiteral("Oriol");
+        f.nom = QStringLiteral("Equip");
         QCOMPARE(g.EliminarRecurs(f), Resultat::Refusat);
         QCOMPARE(e.missatges(), QStringList{QStringLiteral("El recurs no existeix")});
     }
@@ -320,18 +319,18 @@ private slots:
         QCOMPARE(e.missatges(), QStringList{QStringLiteral("El servei ja existeix")});
         QCOMPARE(e.instantania(), abans);
 
-        // A rename stays in its row: the place's line keeps the previous name.
+        // A rename reaches the place's line.
         f.nom = QStringLiteral("Finestres");
         f.preu = QStringLiteral("10,5");
         QCOMPARE(g.ModificarServei(f), Resultat::Fet);
         QCOMPARE(g.noms(), (QStringList{QStringLiteral("Finestres"), QStringLiteral("Neteja")}));
-        QCOMPARE(e.compte("SELECT COUNT(*) FROM Llocs_Serveis WHERE serveis_nom = 'Vidres'"), 1);
+        QCOMPARE(e.compte("SELECT COUNT(*) FROM Llocs_Serveis WHERE serveis_nom = 'Finestres'"), 1);
 
-        // Deleting a service that places use leaves their lines alone.
+        // A service that places no longer use can go.
+        e.db().exec(QStringLiteral("DELETE FROM Llocs_Serveis"));
         FitxaServei fora;
         fora.nom = QStringLiteral("finestres");
         QCOMPARE(g.EliminarServei(fora), Resultat::Fet);
-        QCOMPARE(e.compte("SELECT COUNT(*) FROM Llocs_Serveis"), 1);
         fora.nom = QStringLiteral("Finestres");
         QCOMPARE(g.EliminarServei(fora), Resultat::Refusat);
         QCOMPARE(e.missatges(), QStringList{QStringLiteral("El servei no existeix")});

@@ -1,6 +1,6 @@
 #include "copia_segura.h"
 
-#include "core/db.h"
+#include "db.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,6 +48,17 @@ void esborraTemporal(const QString &temporal)
 
 } // namespace
 
+QString nomCopiaDatada(const QString &baseDades, const QDateTime &moment)
+{
+    const QFileInfo fi(baseDades);
+    const QString suffix = fi.suffix();
+    QString base = fi.absoluteFilePath();
+    if (!suffix.isEmpty())
+        base.chop(suffix.size() + 1);
+    const QString segell = moment.toString(QStringLiteral("yyyyMMddHHmmss"));
+    return suffix.isEmpty() ? base + segell : base + segell + QLatin1Char('.') + suffix;
+}
+
 void escriuInstantania(Db &db, const QString &temporal)
 {
     esborraTemporal(temporal);
@@ -70,6 +81,8 @@ QString integritat(const QString &fitxer)
     int rc = sqlite3_open_v2(QFile::encodeName(fitxer).constData(), &h, SQLITE_OPEN_READWRITE, nullptr);
     QStringList resultat;
     if (rc == SQLITE_OK) {
+        // The name indexes are in the program's own order; checking them needs its collation.
+        registraColacio(h);
         sqlite3_stmt *st = nullptr;
         rc = sqlite3_prepare_v2(h, "PRAGMA integrity_check", -1, &st, nullptr);
         if (rc == SQLITE_OK) {

@@ -2,14 +2,18 @@
 // Copies of a live database that can never leave a half-written file under a real name: SQLite
 // writes the copy to a temporary file (VACUUM INTO, which does not sync), the copy is flushed to
 // disk and checked, and only then renamed into place. The dated backup of the purge and the
-// compaction at shut-down both go through here.
+// compaction at shut-down, and the backup taken before a schema migration all go through here.
 
+#include <QDateTime>
 #include <QString>
 #include <functional>
 
 class Db;
 
 namespace copia_segura {
+
+// The dated backup beside the database: "<path without extension><yyyyMMddHHmmss><extension>".
+QString nomCopiaDatada(const QString &baseDades, const QDateTime &moment);
 
 // Points between the steps; a test can throw from the callback to interrupt the sequence there.
 enum class Etapa { Escrita, Sincronitzada, Comprovada, Instal_lada };
