@@ -476,6 +476,9 @@ private slots:
         QCOMPARE(taula.index(2, 2).data().toString(), QString("09:00 Escola\n11:00 Banc"));
         QCOMPARE(taula.index(2, 2).data(ModelTaulaAgenda::RolText).toString(), QString("09:00 Escola\r\n11:00 Banc"));
         QCOMPARE(taula.index(2, 2).data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignLeft | Qt::AlignTop));
+        // A day's jobs are its tooltip too; an empty day has none.
+        QCOMPARE(taula.index(2, 2).data(Qt::ToolTipRole).toString(), QString("09:00 Escola\n11:00 Banc"));
+        QVERIFY(!taula.index(0, 0).data(Qt::ToolTipRole).isValid());
     }
 };
 
