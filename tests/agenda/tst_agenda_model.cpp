@@ -282,12 +282,20 @@ private slots:
         QCOMPARE(m->cella(29, c).feines.size(), 2);
     }
 
-    // Header texts, Sundays, past days in bold and done jobs underlined.
+    // The week's seven days, header texts, Sundays, past days in bold and done jobs underlined.
     void setmanaCapcaleresIEmfasi()
     {
         dades_prova::feina(db(), "Escola", kDimecres.addDays(-1), "09:00", "10:00", "Anna");
         dades_prova::feina(db(), "Banc", kDimecres, "09:00", "10:00", "Biel", true);
+        // The week's first and last days are in it; the next Monday is not.
+        dades_prova::feina(db(), "Forn", QDate(2009, 3, 9), "12:00", "12:30", "Biel");
+        dades_prova::feina(db(), "Forn", QDate(2009, 3, 15), "12:00", "12:30", "Biel");
+        dades_prova::feina(db(), "Museu", QDate(2009, 3, 16), "12:00", "12:30", "Biel");
         auto m = construeix(VistaAgenda::Setmana, kDimecres);
+        QCOMPARE(filesAmb(*m, 1, "Forn"), QList<int>{25});
+        QCOMPARE(filesAmb(*m, 7, "Forn"), QList<int>{25});
+        for (int c = 1; c <= 7; ++c)
+            QCOMPARE(filesAmb(*m, c, "Museu"), QList<int>{});
         QCOMPARE(m->text(0, 0), QString("març 2009"));
         QCOMPARE(m->text(0, 1), QString("dilluns, 9"));
         QCOMPARE(m->text(0, 7), QString("diumenge, 15"));
@@ -468,6 +476,9 @@ private slots:
         QCOMPARE(taula.index(2, 2).data().toString(), QString("09:00 Escola\n11:00 Banc"));
         QCOMPARE(taula.index(2, 2).data(ModelTaulaAgenda::RolText).toString(), QString("09:00 Escola\r\n11:00 Banc"));
         QCOMPARE(taula.index(2, 2).data(Qt::TextAlignmentRole).toInt(), int(Qt::AlignLeft | Qt::AlignTop));
+        // A day's jobs are its tooltip too; an empty day has none.
+        QCOMPARE(taula.index(2, 2).data(Qt::ToolTipRole).toString(), QString("09:00 Escola\n11:00 Banc"));
+        QVERIFY(!taula.index(0, 0).data(Qt::ToolTipRole).isValid());
     }
 };
 

@@ -1,6 +1,6 @@
 // What the job engine guarantees around its rules: a failed operation leaves the database as it
-// was, failures come back as "Error en <operation>:" messages, every message speaks the user's
-// language, and the hot queries reach Feines through its indexes with statements prepared once.
+// was, failures come back as "Error en <operation>:" messages, and the hot queries reach Feines
+// through its indexes with statements prepared once.
 #include "jobs/carrega_feina.h"
 #include "jobs/motor_feines.h"
 #include "support/entorn_proves.h"
@@ -156,72 +156,6 @@ private slots:
         m.Grava_Feina(f, true);
         QVERIFY2(f.missatge.startsWith(QStringLiteral("Error en Grava_Feina:")), qPrintable(f.missatge));
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines")), 1);
-    }
-
-    void messagesInTheUsersLanguage()
-    {
-        BaseProva b;
-        equip(b.db);
-        b.cfg.PermetSolaparLlocs = false;
-        b.cfg.HoraFinal = QStringLiteral("20:00");
-        const int feta = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"), true);
-        const int dema = feina(b.db, QStringLiteral("Oficina"), kAvui.addDays(1), QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"));
-        const int lliure = feina(b.db, QStringLiteral("Oficina"), kAvui, QStringLiteral("12:00"), QStringLiteral("13:00"));
-        MotorFeines m(b.db, b.cfg);
-        m.setAvui(kAvui);
-        IdiomaProva es(QStringLiteral("ES"));
-
-        QStringList obtinguts;
-        auto grava = [&](const QString &lloc, const QString &inici, const QString &recurs) {
-            Feina f = nova(lloc, inici, recurs);
-            m.Grava_Feina(f, true);
-            obtinguts << f.missatge;
-        };
-        auto modifica = [&](int id, auto &&canvi) {
-            Feina f;
-            QVERIFY(carregaFeina(b.db, id, f));
-            canvi(f);
-            m.Modifica_Feina(f);
-            obtinguts << f.missatge;
-        };
-        grava(QStringLiteral("Golf"), QStringLiteral("09:00"), QString());
-        grava(QStringLiteral("Oficina"), QStringLiteral("19:30"), QString());
-        grava(QStringLiteral("oficina"), QStringLiteral("09:30"), QString());
-        grava(QStringLiteral("Oficina"), QStringLiteral("15:00"), QStringLiteral("Joan"));
-        b.cfg.PermetSolaparLlocs = true;
-        grava(QStringLiteral("Oficina"), QStringLiteral("09:30"), QStringLiteral("Oriol i Marta"));
-        grava(QStringLiteral("Oficina"), QStringLiteral("09:30"), QStringLiteral("Marta i Oriol"));
-        modifica(feta, [](Feina &f) { f.feines_observacions = QStringLiteral("x"); });
-        modifica(lliure, [](Feina &f) { f.feines_feta = true; });
-        modifica(dema, [](Feina &f) { f.feines_feta = true; });
-        Feina f;
-        m.Modifica_Feina(f);
-        obtinguts << f.missatge;
-        f.feines_id = 999;
-        m.Borra_Feina(f);
-        obtinguts << f.missatge;
-        f.feines_id = feta;
-        m.Borra_Feina(f);
-        obtinguts << f.missatge;
-        m.Busca_Feina(f, kAvui, QStringLiteral("23:00"), QStringLiteral("Oficina"), QStringLiteral("Marta"));
-        obtinguts << f.missatge;
-
-        const QStringList esperats = {
-            QStringLiteral("Lugar 'Golf' inexistente"),
-            QStringLiteral("La hora final del trabajo supera las 20:00h."),
-            QStringLiteral("Solapamiento de lugares en OFICINA"),
-            QStringLiteral("Recurso no encontrado:Joan"),
-            QStringLiteral("Recurso no encontrado:Oriol i Marta"),
-            QStringLiteral("Solapamiento de recursos: Marta"),
-            QStringLiteral("No se puede modificar un trabajo hecho"),
-            QStringLiteral("Hay que asignar un recurso si el trabajo está hecho"),
-            QStringLiteral("Un trabajo futuro no puede estar hecho"),
-            QStringLiteral("Trabajo no especificado"),
-            QStringLiteral("Trabajo no encontrado"),
-            QStringLiteral("No se puede borrar un trabajo hecho"),
-            QStringLiteral("Trabajo no encontrado"),
-        };
-        QCOMPARE(obtinguts, esperats);
     }
 
     void hotQueriesUseTheIndexes()

@@ -1,5 +1,5 @@
 // The sample data of a first run: the master rows in their order, quantities rounded half to even
-// after the subtraction, a week of jobs through the job engine, the user's language, the settings
+// after the subtraction, a week of jobs through the job engine, the settings
 // read again from the file, and nothing at all once a master table holds a row.
 #include "core/formats.h"
 #include "jobs/dades_mostra.h"
@@ -100,34 +100,6 @@ private slots:
         QCOMPARE(files(s->db(), "SELECT llocs_nom || ' ' || feines_hora_inici || '-' || feines_hora_fi AS j FROM Feines GROUP BY j ORDER BY MIN(feines_id)"),
                  QStringList({QStringLiteral("Exemple oficina ") + inici(1) + "-" + inici(5), QStringLiteral("Exemple escala ") + inici(5) + "-" + inici(6),
                               QStringLiteral("Particular casa ") + inici(6) + "-" + inici(8)}));
-    }
-
-    void theUsersLanguage()
-    {
-        DirectoriProva dir;
-        auto s = dir.obreSessio();
-        QCOMPARE(s->traductor().idioma(), QStringLiteral("CT"));
-        dir.posaParametre("Idioma", "ES");
-        QVERIFY(afegeixDadesMostra(*s));
-        Db &db = s->db();
-        QCOMPARE(files(db, "SELECT recursos_nom FROM Recursos ORDER BY rowid"), QStringList({"Oriol", "Marta", "Marta y Oriol"}));
-        QCOMPARE(files(db, "SELECT recursos_nom || '>' || recursos_component_nom FROM Recursos_Components ORDER BY rowid"),
-                 QStringList({"Marta y Oriol>Marta", "Marta y Oriol>Oriol"}));
-        QCOMPARE(files(db, "SELECT serveis_nom, serveis_descripcio, serveis_unitat FROM Serveis ORDER BY rowid"),
-                 QStringList({"Limpieza|Servicio de limpieza|Horas", "Desplazamientos|Distancia de desplazamientos|Kms"}));
-        QCOMPARE(files(db, "SELECT clients_nom FROM Clients ORDER BY rowid"), QStringList({"Comunidad Ejemplo", "Cliente Particular"}));
-        QCOMPARE(files(db, "SELECT llocs_nom, clients_nom, recursos_nom FROM Llocs ORDER BY rowid"),
-                 QStringList({"Ejemplo oficina|Comunidad Ejemplo|Marta y Oriol", "Ejemplo escalera|Comunidad Ejemplo|Marta",
-                              "Particular casa|Cliente Particular|Oriol"}));
-        QCOMPARE(files(db, "SELECT llocs_nom || '/' || serveis_nom || '/' || llocs_serveis_descripcio FROM Llocs_Serveis ORDER BY rowid"),
-                 QStringList({"Ejemplo oficina/Limpieza/Servicio de limpieza",
-                              "Ejemplo oficina/Desplazamientos/Distancia de desplazamientos",
-                              "Ejemplo escalera/Limpieza/Servicio de limpieza", "Particular casa/Limpieza/Servicio de limpieza"}));
-        // The jobs found the translated places and team.
-        QCOMPARE(valor(db, "SELECT COUNT(*) FROM Feines WHERE llocs_nom = 'Ejemplo oficina' AND recursos_nom = 'Marta y Oriol'"), 7);
-        // The session now speaks the new language.
-        QCOMPARE(s->traductor().idioma(), QStringLiteral("ES"));
-        QCOMPARE(Tradueix("Feina no trobada"), QStringLiteral("Trabajo no encontrado"));
     }
 
     void aBusyWorkerLeavesHerJobUnassigned()

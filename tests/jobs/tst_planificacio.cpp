@@ -113,39 +113,6 @@ class TestPlanificacio : public QObject {
     Q_OBJECT
 
 private slots:
-    // The monthly rule stores one job a month at the rule's day, with the place's hour, or the
-    // agenda's start when the place has none, and the place's default resource.
-    void monthlyPlaces()
-    {
-        BaseProva b;
-        b.cfg.HoraInici = QStringLiteral("07:00");
-        dades_prova::recurs(b.db, QStringLiteral("Anna"), 255);
-        dades_prova::lloc(b.db, QStringLiteral("Primer"), 60, QStringLiteral("Anna"));
-        dades_prova::lloc(b.db, QStringLiteral("Ultim"), 30);
-        dades_prova::lloc(b.db, QStringLiteral("Dimecres"), 30);
-        dades_prova::lloc(b.db, QStringLiteral("Divendres"), 30);
-        posaRitme(b.db, QStringLiteral("Primer"), {30, true, false, 0, false, false, QStringLiteral("09:00")});
-        posaRitme(b.db, QStringLiteral("Ultim"), {30, false, true, 0, true, false, QVariant()});
-        posaRitme(b.db, QStringLiteral("Dimecres"), {1, true, false, 4, false, false, QStringLiteral("")});
-        posaRitme(b.db, QStringLiteral("Divendres"), {1, false, true, 6, false, false, QStringLiteral("18:30")});
-
-        MotorFeines motor(b.db, b.cfg);
-        RegistreMemoria log;
-        Planificador p(b.db, b.cfg, motor, log);
-        QCOMPARE(p.Planificar_Feines(d(2009, 3, 1), d(2009, 5, 31)), QString());
-
-        // 1 March is a Sunday; 1 April a Wednesday; 1 May a Friday.
-        QCOMPARE(feines(b.db, QStringLiteral("Primer")),
-                 QStringList({"2009-03-02 09:00-10:00 Anna", "2009-04-01 09:00-10:00 Anna", "2009-05-01 09:00-10:00 Anna"}));
-        // 31 May is a Sunday and Saturdays are allowed: Saturday 30 May.
-        QCOMPARE(feines(b.db, QStringLiteral("Ultim")),
-                 QStringList({"2009-03-31 07:00-07:30", "2009-04-30 07:00-07:30", "2009-05-30 07:00-07:30"}));
-        QCOMPARE(feines(b.db, QStringLiteral("Dimecres")),
-                 QStringList({"2009-03-04 07:00-07:30", "2009-04-01 07:00-07:30", "2009-05-06 07:00-07:30"}));
-        QCOMPARE(feines(b.db, QStringLiteral("Divendres")),
-                 QStringList({"2009-03-27 18:30-19:00", "2009-04-24 18:30-19:00", "2009-05-29 18:30-19:00"}));
-        QCOMPARE(p.feinesPlanificades(), 12);
-    }
 
     // The every-N-days rule continues from the place's latest job, typed or planned; a place
     // whose latest job lies after the period, or that has no period, gets nothing.
@@ -263,26 +230,6 @@ private slots:
         // The busy worker left the job unassigned in the database too.
         QCOMPARE(feines(b.db, QStringLiteral("Oficina")), QStringList({"2009-03-02 08:00-09:00"}));
         QCOMPARE(feines(b.db, QStringLiteral("L'Estel")), QStringList());
-    }
-
-    // The log in another language: every fixed piece translated, names and dates as they are.
-    void logInSpanish()
-    {
-        IdiomaProva es(QStringLiteral("ES"));
-        BaseProva b;
-        dades_prova::lloc(b.db, QStringLiteral("Casa"), 30);
-        posaRitme(b.db, QStringLiteral("Casa"), {30, false, true, 0, false, false, QStringLiteral("09:00")});
-        MotorFeines motor(b.db, b.cfg);
-        RegistreMemoria log;
-        QCOMPARE(Planificador(b.db, b.cfg, motor, log).Planificar_Feines(d(2009, 5, 1), d(2009, 5, 31)), QString());
-        const QString id = QString::number(idFeina(b.db, QStringLiteral("Casa"), d(2009, 5, 29)));
-        QCOMPARE(log.text,
-                 "\r\nIniciando planificación periodo: 01/05/2009 - 31/05/2009 ...\r\n"
-                 "\r\nTrabajo " + id + ": <no asignado>  -  'Casa' planificado el viernes 29/05/2009 a las 09:00. "
-                 "\r\n\r\n1 trabajos planificados.\r\n"
-                 "\r\n\r\n¡¡¡FINALIZACIÓN CORRECTA!!!\r\n");
-        QVERIFY(!log.text.contains(QStringLiteral("Iniciant")));
-        QCOMPARE(log.titols, QStringList({"PLANIFICACIÓN DE TRABAJOS"}));
     }
 
     // A run-time error stops the run: its text comes back, the log closes with the error line,
@@ -457,24 +404,6 @@ private slots:
         QCOMPARE(ui.crides[1].text, QStringLiteral("Error al gravar .ini"));
         QCOMPARE(s->cfg().UltimDiaGen, d(2009, 3, 6));
         QCOMPARE(LlegirIni(dir.fitxerIni(), "Estat", "UltimDiaGen", ""), QStringLiteral("05/03/2009"));
-    }
-
-    // The question in the user's language.
-    void triggerInSpanish()
-    {
-        IdiomaProva es(QStringLiteral("ES"));
-        BaseProva b;
-        b.cfg.UltimDiaGen = d(2009, 12, 31);
-        b.cfg.fitxerIni = b.cfg.dirDades + QStringLiteral("/Quadrella.ini");
-        MotorFeines motor(b.db, b.cfg);
-        RegistreMemoria log;
-        Planificador p(b.db, b.cfg, motor, log);
-        InteraccioGuio ui;
-        ui.respostes = {false};
-        QVERIFY(!Genera_Feines_Planificades(p, b.cfg, ui, d(2010, 1, 15)));
-        QCOMPARE(ui.crides.size(), 1);
-        QCOMPARE(ui.crides[0].titol, QStringLiteral("GENERACIÓN DE TRABAJOS PLANIFICADOS"));
-        QCOMPARE(ui.crides[0].text, QStringLiteral("¿Quieres generar los trabajos desde el 01/01/2010 hasta el 15/01/2010 ?"));
     }
 };
 

@@ -49,12 +49,6 @@ class TestClientsPage : public QObject {
 
     static void prem(QWidget &p, const char *boto) { QTest::mouseClick(fill<QPushButton>(p, boto), Qt::LeftButton); }
 
-    static void captura(QWidget &w, const QString &nom)
-    {
-        const QString dir = qEnvironmentVariable("QUADRELLA_CAPTURES");
-        if (!dir.isEmpty() && QDir().mkpath(dir))
-            w.grab().save(dir + QLatin1Char('/') + nom);
-    }
 
 private slots:
     void clientLlocServeisIXecs()
@@ -124,35 +118,6 @@ private slots:
         QCOMPARE(linies->topLevelItemCount(), 1);
         QCOMPARE(linies->topLevelItem(0)->text(0), QStringLiteral("Neteja"));
         QCOMPARE(linies->topLevelItem(0)->text(1), QStringLiteral("3"));
-
-        // Ticking the voucher box, before saving the client, already keeps a fee away from
-        // the place: the page hands the box as it stands to the place's checks.
-        marca(p, "XecsClient");
-        escriu(p, "QuotaLloc", QStringLiteral("25"));
-        prem(p, "ModificarLloc");
-        QCOMPARE(e.missatges(), QStringList{QStringLiteral("El client té xecs. No pot tenir quotes")});
-        escriu(p, "QuotaLloc", QStringLiteral("0"));
-        prem(p, "ModificarLloc");
-        QVERIFY(e.io.crides.isEmpty());
-        QVERIFY(fill<QCheckBox>(p, "XecsClient")->isChecked());
-        prem(p, "ModificarClient");
-        QVERIFY(e.io.crides.isEmpty());
-        QVERIFY(fill<QListWidget>(p, "XecsLlista")->isEnabled());
-
-        // A voucher: 0012 becomes 12; the fields are reset with the default value.
-        escriu(p, "IdXec", QStringLiteral(" 0012"));
-        prem(p, "AfegirXec");
-        QCOMPARE(e.compte("SELECT COUNT(*) FROM Xecs WHERE xecs_id = 12 AND clients_nom = ?", {"L'Estel"}), 1);
-        QListWidget *xecs = fill<QListWidget>(p, "XecsLlista");
-        QCOMPARE(xecs->count(), 1);
-        QVERIFY(xecs->item(0)->text().startsWith(QStringLiteral("12 ")));
-        QCOMPARE(fill<QLineEdit>(p, "IdXec")->text(), QString());
-        QCOMPARE(fill<QLineEdit>(p, "ValorXec")->text(), QStringLiteral("10"));
-        QVERIFY(fill<QLineEdit>(p, "IdXec")->hasFocus()); // ready for the next one
-        QTest::mouseClick(xecs->viewport(), Qt::LeftButton, {}, xecs->visualItemRect(xecs->item(0)).center());
-        QCOMPARE(fill<QLineEdit>(p, "IdXec")->text(), QStringLiteral("12"));
-        QCOMPARE(fill<QLineEdit>(p, "DataEntregaXec")->text(), format::dataCurta(QDate::currentDate()));
-        captura(p, QStringLiteral("clients_page.png"));
 
         // The list follows the keyboard: Up moves to the other client and shows it.
         QListWidget *clients = fill<QListWidget>(p, "ClientsLlista");
@@ -230,7 +195,6 @@ private slots:
         QVERIFY(!fill<QGroupBox>(p, "GrupXecs")->isHidden());
         QVERIFY(fill<QGroupBox>(p, "GrupXecs")->title().endsWith(QStringLiteral("Neteja")));
         p.configuraXecs(false, QString());
-        captura(p, QStringLiteral("clients_page_sense_xecs.png"));
     }
 };
 

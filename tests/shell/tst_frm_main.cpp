@@ -1,5 +1,5 @@
-// The main window's frame: lazy rebuilds on tab changes, F2, the status bar, translated captions,
-// the voucher rule, the window position, the credits, the message window and the shut-down order.
+// The main window's frame: lazy rebuilds on tab changes, F2, the status bar, the voucher rule,
+// the credits, the message window and the shut-down order.
 #include "config/configuracio_dialog.h"
 #include "core/db.h"
 #include "core/formats.h"
@@ -217,30 +217,6 @@ private slots:
         QVERIFY(m_sessio->db().isOpen());
     }
 
-    void f2AfterAPurgeRebuildsTheCurrentTab()
-    {
-        auto w = obre();
-        auto *agenda = new PaginaComptadora;
-        w->posaPagina(frmMain::Agenda, agenda);
-        dades_prova::lloc(m_sessio->db(), "Lloc", 30);
-        dades_prova::feina(m_sessio->db(), "Lloc", QDate(2008, 5, 1), "08:00", "08:30");
-        mostraActiva(*w);
-        m_ui.respostes = {true};
-        GuioUsuari guio;
-        guio.quanAparegui([](QWidget *d) {
-            auto *c = qobject_cast<frmConfiguracio *>(d);
-            c->txtDataPurgat->setText("31/12/2008");
-            QTest::mouseClick(c->btnPurgarBD, Qt::LeftButton);
-            QTest::mouseClick(c->CancelButton, Qt::LeftButton);
-        });
-        QTest::keyClick(w->Pestanyes, Qt::Key_F2);
-        QCOMPARE(guio.pendents(), 0);
-        QCOMPARE(dades_prova::valor(m_sessio->db(), "SELECT count(*) FROM Feines"), qint64(0));
-        QCOMPARE(agenda->reconstruccions, 1);
-        QVERIFY(m_sessio->CompactarBD);
-        QVERIFY(w->isVisible());
-    }
-
     void f2ConfirmedClosesTheWindowForTheRestart()
     {
         auto w = obre();
@@ -275,19 +251,6 @@ private slots:
         QVERIFY(qAbs(hora.secsTo(QTime::currentTime())) < 120);
     }
 
-    void captionsAreTranslatedAtLoad()
-    {
-        auto w = obre({{"Idioma", "ES"}});
-        QStringList pestanyes;
-        for (int i = 0; i < frmMain::NombrePestanyes; ++i)
-            pestanyes << w->Pestanyes->tabText(i);
-        QCOMPARE(pestanyes, QStringList({"Agenda", "Facturación", "Clientes", "Recursos y Servicios", "Créditos"}));
-        QCOMPARE(w->panellUltimDia->text(), QString("Último día planificado 28/02/2009"));
-        QCOMPARE(w->lblProductName->text(), QString("Planificador de trabajos v") + producte::versio());
-        QCOMPARE(w->lblCompanyName->text(), QString("Empresa: <no personalizado>"));
-        desaCaptura(w.get(), "frm_main_es");
-    }
-
     void voucherControlsFollowTheVoucherService()
     {
         {
@@ -306,19 +269,6 @@ private slots:
             QVERIFY(p->xecs);
             QCOMPARE(p->servei, QString("Neteja"));
         }
-    }
-
-    void aPluggedPageReplacesThePlaceholder()
-    {
-        auto w = obre();
-        QPointer<QWidget> espai = w->pagina(frmMain::Clients);
-        QVERIFY(espai);
-        auto *nova = new QWidget;
-        w->posaPagina(frmMain::Clients, nova);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!espai);
-        QCOMPARE(w->pagina(frmMain::Clients), nova);
-        QCOMPARE(nova->parentWidget(), w->Pestanyes->widget(frmMain::Clients));
     }
 
     void positionIsRestoredAndSavedUnlessMinimised()
@@ -402,7 +352,6 @@ private slots:
         QDesktopServices::unsetUrlHandler("file");
         QCOMPARE(navegador.obertes, QList<QUrl>({QUrl(producte::web())}));
         QCOMPARE(w->picLogoQuadrella->toolTip(), QString("Fes clic per visitar el web de Quadrella"));
-        desaCaptura(w.get(), "frm_main_credits");
     }
 
     void messageWindowLogsALongOperation()
@@ -434,7 +383,6 @@ private slots:
         m->close();
         QTest::keyClick(m, Qt::Key_Escape);
         QVERIFY(m->isVisible());
-        desaCaptura(m, "frm_missatges");
 
         m->ocupat(false);
         QVERIFY(m->Tancar->isEnabled());

@@ -3,7 +3,6 @@
 // exec()): each queued action runs on the next modal dialog that appears, in order.
 
 #include <QApplication>
-#include <QDir>
 #include <QList>
 #include <QPointer>
 #include <QTimer>
@@ -43,9 +42,3 @@ private:
     QStringList m_vistos;
 };
 
-// Screenshots for a person to look at, never part of the repository.
-inline void desaCaptura(QWidget *w, const QString &nom)
-{
-    QDir().mkpath(QStringLiteral("/tmp/shots"));
-    w->grab().save(QStringLiteral("/tmp/shots/") + nom + QStringLiteral(".png"));
-}
