@@ -24,6 +24,8 @@ struct Xec {
 
 // The client's vouchers, newest number first (as the clients tab lists them).
 QList<Xec> Xecs_Client(Db &db, const QString &client);
+// One voucher by its number; false when there is none.
+bool Busca_Xec(Db &db, qint64 id, Xec &x);
 
 // Deletes the voucher shown on row `fila` of XecsGrid. Fet: deleted and the sheets rebuilt (the
 // clients tab's voucher list must be refilled); Res: not a voucher row, or the user kept it.
