@@ -38,11 +38,10 @@ const std::array<GraellaFacturacio::Columna, GraellaFacturacio::Columnes> kColum
 }};
 
 // A stored day (YYYY-MM-DD) as the sheets show it (dd/mm/yyyy), without a date conversion.
-QString dia(const QVariant &v)
+QString dia(const QString &t)
 {
-    if (v.isNull())
+    if (t.isEmpty())
         return QString();
-    const QString t = v.toString();
     if (t.size() != 10 || t.at(4) != QLatin1Char('-') || t.at(7) != QLatin1Char('-'))
         return format::dataCurta(QDate::fromString(t, Qt::ISODate));
     QString out(10, QLatin1Char('/'));
@@ -217,11 +216,11 @@ void Facturacio::carregaLiquidats(const MesFactura &mes)
         const int r = m_xecs.afegeixFila();
         CellaFacturacio *fila = &m_xecs.at(r, 0);
         fila[ColXecCodi].text = codi_factura::Xec;
-        fila[ColXecDataEntrega].text = dia(q.value(0));
+        fila[ColXecDataEntrega].text = dia(q.text(0));
         fila[ColXecNumero].text = QString::number(q.integer(1));
         fila[ColXecClient].text = q.text(2);
         fila[ColXecFeina].text = QString::number(q.integer(3));
-        fila[ColXecDataLiquidat].text = dia(q.value(4));
+        fila[ColXecDataLiquidat].text = dia(q.text(4));
         fila[ColXecServei].text = servei;
         fila[ColXecQuantitat].text = u;
         fila[ColXecUnitat].text = hores;
@@ -306,6 +305,9 @@ void Facturacio::carregaFeines(const MesFactura &mes)
         m_serveis += quotaAnt;
     };
 
+    // Texts of the last line row, often the same job and day.
+    QString idText, diaIso, diaText;
+    int idDe = 0;
     while (q.next()) {
         const int id = int(q.integer(1));
         const QString lloc = q.text(3);
@@ -348,14 +350,23 @@ void Facturacio::carregaFeines(const MesFactura &mes)
             }
 
             CellaFacturacio *fila = &m_factura.at(r, 0);
-            fila[ColCodi].text = QString::number(id);
-            fila[ColData].text = dia(q.value(2));
+            if (idText.isEmpty() || id != idDe) {
+                idText = QString::number(id);
+                idDe = id;
+            }
+            const QString iso = q.text(2);
+            if (iso != diaIso) {
+                diaIso = iso;
+                diaText = dia(iso);
+            }
+            fila[ColCodi].text = idText;
+            fila[ColData].text = diaText;
             fila[ColLloc].text = lloc;
             const QString recurs = q.text(4);
             fila[ColRecurs].text = recurs.isEmpty() ? blanc : recurs;
             fila[ColFeta].text = feta ? si : no;
             fila[ColFeta].negreta = !feta;
-            fila[ColDataFactura].text = facturada ? dia(dataFactura) : blanc;
+            fila[ColDataFactura].text = facturada ? dia(dataFactura.toString()) : blanc;
             fila[ColServei].text = nomServei.toString();
             fila[ColQuantitat].text = quantitat.isNull() ? QString() : nombrePla(quantitat.toDouble());
             fila[ColUnitat].text = q.text(10);
@@ -433,7 +444,7 @@ void Facturacio::carregaXecs(const MesFactura &mes)
         const int r = m_xecs.afegeixFila();
         CellaFacturacio *fila = &m_xecs.at(r, 0);
         fila[ColXecCodi].text = codi_factura::Xec;
-        fila[ColXecDataEntrega].text = dia(q.value(3));
+        fila[ColXecDataEntrega].text = dia(q.text(3));
         fila[ColXecNumero].text = QString::number(numero);
         fila[ColXecClient].text = q.text(1);
         alinea(fila, 1, 9, C::Centre);
@@ -464,7 +475,7 @@ void Facturacio::carregaXecs(const MesFactura &mes)
         } else {
             feina = q.integer(2);
             fila[ColXecFeina].text = QString::number(feina);
-            fila[ColXecDataLiquidat].text = dia(q.value(4));
+            fila[ColXecDataLiquidat].text = dia(q.text(4));
             fila[ColXecServei].text = servei;
             fila[ColXecQuantitat].text = u;
             fila[ColXecUnitat].text = hores;

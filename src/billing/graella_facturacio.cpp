@@ -16,7 +16,10 @@ QString GraellaFacturacio::capcalera(int col) const
 
 void GraellaFacturacio::reinicia()
 {
-    m_files.assign(1, Fila());
+    if (m_files.empty())
+        m_files.emplace_back();
+    m_files[0] = Fila();
+    m_n = 1;
     m_filaBuidaLliure = true;
 }
 
@@ -26,8 +29,12 @@ int GraellaFacturacio::afegeixFila()
         m_filaBuidaLliure = false;
         return 0;
     }
-    m_files.emplace_back();
-    return files() - 1;
+    // A row left from an earlier build is emptied and used again.
+    if (size_t(m_n) < m_files.size())
+        m_files[size_t(m_n)] = Fila();
+    else
+        m_files.emplace_back();
+    return m_n++;
 }
 
 void GraellaFacturacio::setCellaActual(int fila, int col)
@@ -38,14 +45,15 @@ void GraellaFacturacio::setCellaActual(int fila, int col)
 
 void GraellaFacturacio::calculaBlocs()
 {
-    m_blocs.assign(m_files.size() * Columnes, Bloc());
+    m_blocs.assign(size_t(m_n) * Columnes, Bloc());
     setCellaActual(m_filaActual, m_columnaActual);
     if (!m_fusiona || m_filaBuidaLliure)
         return;
     const auto b = [this](size_t fila, int col) -> Bloc & { return m_blocs[fila * Columnes + size_t(col)]; };
 
     // Along each row first: a label spread over several columns stays one cell.
-    for (size_t r = 0; r < m_files.size(); ++r) {
+    const size_t n = size_t(m_n);
+    for (size_t r = 0; r < n; ++r) {
         const Fila &fila = m_files[r];
         int c = 1;
         while (c < Columnes) {
@@ -64,11 +72,11 @@ void GraellaFacturacio::calculaBlocs()
     const auto lliure = [&](size_t r, int c) { return b(r, c).columnes == 1 && b(r, c).files == 1; };
     for (int c = 1; c <= 5; ++c) {
         size_t r = 0;
-        while (r < m_files.size()) {
+        while (r < n) {
             size_t s = r + 1;
             const QString &t = m_files[r][size_t(c)].text;
             if (!t.isEmpty() && lliure(r, c)) {
-                while (s < m_files.size() && lliure(s, c) && m_files[s][size_t(c)].text == t)
+                while (s < n && lliure(s, c) && m_files[s][size_t(c)].text == t)
                     ++s;
             }
             if (s - r > 1) {

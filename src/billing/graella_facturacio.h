@@ -55,7 +55,7 @@ public:
     int ampladaTwips(int col) const { return m_columnes[size_t(col)].amplada; }
     CellaFacturacio::Alineacio alineacioColumna(int col) const { return m_columnes[size_t(col)].alineacio; }
 
-    int files() const { return int(m_files.size()); }
+    int files() const { return m_n; }
     const CellaFacturacio &cella(int fila, int col) const { return m_files[size_t(fila)][size_t(col)]; }
     QString text(int fila, int col) const { return cella(fila, col).text; }
     QString codi(int fila) const { return text(fila, 0); }
@@ -86,7 +86,8 @@ private:
 
     std::array<Columna, Columnes> m_columnes;
     bool m_fusiona;
-    std::vector<Fila> m_files;
+    std::vector<Fila> m_files; // rows kept from build to build; the first m_n are the sheet's
+    int m_n = 0;
     std::vector<Bloc> m_blocs;
     bool m_filaBuidaLliure = true;
     int m_filaActual = 0;
