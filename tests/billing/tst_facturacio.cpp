@@ -4,8 +4,12 @@
 // queries a build makes.
 
 #include "billing/facturacio.h"
+#include "billing/graella_facturacio_taula.h"
 #include "support/entorn_proves.h"
 
+#include <QAbstractItemModelTester>
+#include <QBrush>
+#include <QFont>
 #include <QtTest>
 #include <functional>
 #include <sqlite3.h>
@@ -390,6 +394,41 @@ private slots:
         d.xec(2, QStringLiteral("2009-01-01"), 10, 101, QStringLiteral("2009-04-01"));
         f.Carrega_Facturacio({QStringLiteral("03/2009"), QString(), false, QString()});
         QCOMPARE(f.XecsGrid().bloc(0, 1).files, 1);
+    }
+
+    // The item model a table view draws from: rows follow the rebuilds, the hidden fee code is
+    // painted in its background, blocks and codes travel in their roles.
+    void modelDeTaula()
+    {
+        BaseProva base;
+        base.cfg.ColorQuota = 0x0000FF; // red in the low byte
+        Dades d{base.db};
+        casos()[0].prepara(d, base.cfg);
+        Facturacio f(base.db, base.cfg);
+        ModelTaulaFacturacio m(f.FacturaGrid());
+        QAbstractItemModelTester tester(&m, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(m.rowCount(), 1); // the empty row before any build
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        m.refresca();
+        QCOMPARE(m.rowCount(), 5);
+        QCOMPARE(m.columnCount(), 10);
+        const QModelIndex quota = m.index(3, ColImport);
+        QCOMPARE(quota.data().toString(), QStringLiteral("QM45"));
+        QVERIFY(quota.data(ModelTaulaFacturacio::RolOculta).toBool());
+        QCOMPARE(quota.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QCOMPARE(quota.data(Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QVERIFY(quota.data(Qt::FontRole).value<QFont>().bold());
+        QCOMPARE(quota.data(ModelTaulaFacturacio::RolCodi).toString(), QStringLiteral("Si"));
+        QCOMPARE(m.index(1, ColData).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 7);
+        QCOMPARE(m.index(1, ColLloc).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 0);
+        QCOMPARE(Qt::Alignment(m.index(0, ColImport).data(Qt::TextAlignmentRole).value<Qt::Alignment>()),
+                 Qt::AlignRight | Qt::AlignVCenter);
+        QVERIFY(!m.index(0, ColImport).data(Qt::ForegroundRole).isValid());
+        QCOMPARE(m.headerData(ColCodi, Qt::Horizontal, ModelTaulaFacturacio::RolAmpladaTwips).toInt(), 0);
+        QCOMPARE(m.headerData(ColImport, Qt::Horizontal).toString(), QStringLiteral("Import"));
+        f.Carrega_Facturacio({QStringLiteral("04/2009"), kClient, false, QString()});
+        m.refresca();
+        QCOMPARE(m.rowCount(), 1);
     }
 
     // The payment field left: the total to pay follows without a rebuild.
