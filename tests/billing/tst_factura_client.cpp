@@ -1,0 +1,203 @@
+// Writing a month's billing: the commit's stamps and settlements, re-stamping, the refusal that
+// writes nothing when a job or voucher has gone; the payment on account and its rounding; and the
+// Delete key on a voucher row.
+
+#include "billing/factura_client.h"
+#include "billing/facturacio.h"
+#include "billing/pagaments.h"
+#include "billing/xecs_facturacio.h"
+#include "masterdata/xecs_client.h"
+#include "support/entorn_proves.h"
+
+#include <QtTest>
+
+namespace {
+
+const QString kClient = QStringLiteral("Cal Pep");
+const QString kMes = QStringLiteral("03/2009");
+
+QStringList files(Db &db, const char *sql)
+{
+    return dades_prova::files(db, QString::fromUtf8(sql));
+}
+
+} // namespace
+
+class TestFacturaClient : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<DirectoriProva> m_dir;
+    std::unique_ptr<Sessio> m_s;
+    InteraccioGuio m_io;
+
+    Db &db() { return m_s->db(); }
+
+    void exec(const QString &sql) { db().exec(sql); }
+
+private slots:
+    // Place A without fee: job 1 done (2 voucher hours), job 2 not done. Place B with a fee of
+    // 45: job 3 done. Vouchers 10 and 11 pay job 1's hours; voucher 12 finds no hour.
+    void init()
+    {
+        m_dir = std::make_unique<DirectoriProva>();
+        m_s = m_dir->obreSessio();
+        m_io = InteraccioGuio();
+        Configuracio &cfg = m_s->cfg();
+        cfg.ServeiXecs = QStringLiteral("Neteja");
+        cfg.ValorXec = 10;
+        cfg.CostHoraXec = 2;
+        cfg.MaxXecsMes = 4;
+        dades_prova::client(db(), kClient);
+        dades_prova::lloc(db(), QStringLiteral("A"), 60, QString(), kClient);
+        dades_prova::lloc(db(), QStringLiteral("B"), 60, QString(), kClient);
+        exec(QStringLiteral("UPDATE Llocs SET llocs_quota = 45 WHERE llocs_nom = 'B'"));
+        for (const auto &[lloc, dia, feta] : {std::tuple{"A", 2, true}, {"A", 3, false}, {"B", 4, true}})
+            dades_prova::feina(db(), QString::fromUtf8(lloc), QDate(2009, 3, dia), QStringLiteral("09:00"),
+                               QStringLiteral("10:00"), QString(), feta);
+        exec(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat, feines_detall_preu_un)"
+                            " VALUES (1, 'Neteja', 2, 12), (2, 'Neteja', 1, 12), (3, 'Vidres', 1, 30)"));
+        for (int x : {10, 11, 12})
+            dades_prova::xec(db(), x, kClient, 0, QDate());
+    }
+
+    void estampaIReestampa()
+    {
+        Facturacio f(db(), m_s->cfg());
+        f.Carrega_Facturacio({kMes, kClient, false, QString()});
+        QCOMPARE(f.totals().TotalFacturar, QStringLiteral("53,00")); // 24 + 4 + 45 - 20
+
+        ResultatFactura r = Factura_Client(f, m_io, QDate(2009, 4, 2));
+        QVERIFY(r.fet);
+        QCOMPARE(r.feines, 2);
+        QCOMPARE(r.xecs, 2);
+        QVERIFY(m_io.crides.isEmpty());
+        QCOMPARE(files(db(), "SELECT feines_id, feines_data_factura, feines_quota FROM Feines ORDER BY 1"),
+                 (QStringList{"1|2009-04-02|0", "2|NULL|0", "3|2009-04-02|45"}));
+        QCOMPARE(files(db(), "SELECT xecs_id, feines_id, xecs_data_liquidat FROM Xecs ORDER BY 1"),
+                 (QStringList{"10|1|2009-04-02", "11|1|2009-04-02", "12|NULL|NULL"}));
+        // The sheets were rebuilt: the billing date shows and the settled vouchers keep their hours.
+        QCOMPARE(f.FacturaGrid().text(0, ColDataFactura), QStringLiteral("02/04/2009"));
+        QCOMPARE(f.totals().TotalFacturar, QStringLiteral("53,00"));
+
+        // The place's fee changes; a second commit re-stamps everything with its own day and the
+        // fee the job was billed with.
+        exec(QStringLiteral("UPDATE Llocs SET llocs_quota = 50 WHERE llocs_nom = 'B'"));
+        f.Carrega_Facturacio();
+        r = Factura_Client(f, m_io, QDate(2009, 4, 5));
+        QVERIFY(r.fet);
+        QCOMPARE(files(db(), "SELECT feines_id, feines_data_factura, feines_quota FROM Feines ORDER BY 1"),
+                 (QStringList{"1|2009-04-05|0", "2|NULL|0", "3|2009-04-05|45"}));
+        QCOMPARE(files(db(), "SELECT xecs_id, feines_id, xecs_data_liquidat FROM Xecs ORDER BY 1"),
+                 (QStringList{"10|1|2009-04-05", "11|1|2009-04-05", "12|NULL|NULL"}));
+
+        // Without a client there is nothing to bill.
+        f.Carrega_Facturacio({kMes, QString(), false, QString()});
+        QVERIFY(!Factura_Client(f, m_io, QDate(2009, 4, 9)).fet);
+        QCOMPARE(dades_prova::valor(db(), QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_data_factura = '2009-04-09'")), 0);
+    }
+
+    void totOResRes_data()
+    {
+        QTest::addColumn<QString>("esborra");
+        QTest::addColumn<QString>("missatge");
+        QTest::newRow("the last job") << "DELETE FROM Feines WHERE feines_id = 3" << "ERROR: Feina 3 no trobada";
+        QTest::newRow("a voucher") << "DELETE FROM Xecs WHERE xecs_id = 11" << "ERROR: Xec 11 no trobat";
+    }
+
+    // A row that has gone since the build stops the commit and nothing at all is written.
+    void totOResRes()
+    {
+        QFETCH(QString, esborra);
+        QFETCH(QString, missatge);
+        Facturacio f(db(), m_s->cfg());
+        f.Carrega_Facturacio({kMes, kClient, false, QString()});
+        exec(esborra);
+        const QStringList feines = files(db(), "SELECT * FROM Feines ORDER BY 1");
+        const QStringList xecs = files(db(), "SELECT * FROM Xecs ORDER BY 1");
+
+        const ResultatFactura r = Factura_Client(f, m_io, QDate(2009, 4, 2));
+        QVERIFY(!r.fet);
+        QCOMPARE(r.missatge, missatge);
+        QCOMPARE(m_io.crides.size(), 1);
+        QCOMPARE(m_io.crides[0].titol, QStringLiteral("ERROR"));
+        QCOMPARE(m_io.crides[0].text, missatge);
+        QCOMPARE(files(db(), "SELECT * FROM Feines ORDER BY 1"), feines);
+        QCOMPARE(files(db(), "SELECT * FROM Xecs ORDER BY 1"), xecs);
+        QCOMPARE(db().transactionDepth(), 0);
+    }
+
+    void pagaments_data()
+    {
+        QTest::addColumn<QString>("abans");   // the stored payment, "" for none
+        QTest::addColumn<QString>("entrat");  // as typed
+        QTest::addColumn<double>("resultat");
+        QTest::addColumn<QString>("despres");
+        QTest::addColumn<QString>("mostrat"); // the payment field afterwards
+        QTest::newRow("thousandths round to the cent") << "" << "150,456" << 150.46 << "150.46" << "150,46";
+        QTest::newRow("a half goes to the even cent") << "" << "0,125" << 0.12 << "0.12" << "0,12";
+        QTest::newRow("a half goes up to the even cent") << "" << "0,135" << 0.14 << "0.14" << "0,14";
+        QTest::newRow("thousands dots") << "" << "1.234,5" << 1234.5 << "1234.5" << "1.234,50";
+        QTest::newRow("a dot without a comma") << "20" << "99.9" << 99.9 << "99.9" << "99,90";
+        QTest::newRow("zero removes the row") << "150.46" << "0" << 0.0 << "" << "";
+        QTest::newRow("an empty field removes the row") << "100" << "  " << 0.0 << "" << "";
+        QTest::newRow("zero with no row stores nothing") << "" << "0,00" << 0.0 << "" << "";
+        QTest::newRow("not a number keeps what was stored") << "100" << "abc" << 0.0 << "100" << "100,00";
+        QTest::newRow("changed") << "100" << "75" << 75.0 << "75" << "75,00";
+    }
+
+    void pagaments()
+    {
+        QFETCH(QString, abans);
+        QFETCH(QString, entrat);
+        QFETCH(double, resultat);
+        QFETCH(QString, despres);
+        QFETCH(QString, mostrat);
+        const QString client = QStringLiteral("L'Estel");
+        if (!abans.isEmpty())
+            db().query(QStringLiteral("INSERT INTO Pagaments (clients_nom, pagaments_mes, pagaments_import) VALUES (?, ?, ?)"))
+                .bind(client).bind(kMes).bind(abans.toDouble()).exec();
+        // Another month and another client are never touched.
+        db().query(QStringLiteral("INSERT INTO Pagaments VALUES ('L''Estel', '04/2009', 7), ('Altre', '03/2009', 8)")).exec();
+
+        QCOMPARE(Grava_Pagament(db(), kMes, client, entrat), resultat);
+        QCOMPARE(Pagament_Mes(db(), kMes, QStringLiteral("l'estel")), despres.isEmpty() ? 0.0 : despres.toDouble());
+        QCOMPARE(files(db(), "SELECT clients_nom, pagaments_mes, pagaments_import FROM Pagaments WHERE pagaments_mes = '03/2009'"
+                             " AND clients_nom <> 'Altre'"),
+                 despres.isEmpty() ? QStringList() : QStringList{QStringLiteral("L'Estel|03/2009|") + despres});
+        QCOMPARE(dades_prova::valor(db(), QStringLiteral("SELECT COUNT(*) FROM Pagaments")), despres.isEmpty() ? 2 : 3);
+        QCOMPARE(textPagament(Pagament_Mes(db(), kMes, client)), mostrat);
+    }
+
+    // Delete on the voucher sheet: a free voucher goes at once, a settled one asks first.
+    void eliminaXecDelFull()
+    {
+        exec(QStringLiteral("UPDATE Xecs SET xecs_data_liquidat = '2009-03-02', feines_id = 1 WHERE xecs_id = 10"));
+        Facturacio f(db(), m_s->cfg());
+        f.Carrega_Facturacio({kMes, kClient, false, QString()});
+        GestioXecs gestio(*m_s, m_io);
+        const auto fila = [&](qint64 xec) {
+            for (int r = 0; r < f.XecsGrid().files(); ++r)
+                if (f.xecFila(r) == xec)
+                    return r;
+            return -1;
+        };
+        QCOMPARE(fila(10), 0); // settled ones first
+
+        m_io.respostes = {false};
+        QCOMPARE(EliminarXecFila(f, gestio, fila(10)), Resultat::Res);
+        QCOMPARE(m_io.crides.size(), 1);
+        QCOMPARE(m_io.crides[0].text, QStringLiteral("El xec està liquidat. Eliminar igualment?"));
+        QCOMPARE(EliminarXecFila(f, gestio, fila(12)), Resultat::Fet);
+        QCOMPARE(m_io.crides.size(), 1);
+        QCOMPARE(fila(12), -1); // rebuilt
+        QCOMPARE(files(db(), "SELECT xecs_id FROM Xecs ORDER BY 1"), (QStringList{"10", "11"}));
+
+        // A sheet row that shows no voucher does nothing.
+        f.Carrega_Facturacio({kMes, QStringLiteral("Ningú"), false, QString()});
+        QCOMPARE(EliminarXecFila(f, gestio, 0), Resultat::Res);
+        QCOMPARE(Xecs_Client(db(), kClient).size(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFacturaClient)
+#include "tst_factura_client.moc"

@@ -1,0 +1,508 @@
+// The billing sheets built from a real database: row kinds and codes, job and place breaks, the
+// monthly fees, the voucher pass with its limit and surcharge, pending only, the month's bounds,
+// the all-clients view, the totals, the attributes and merges the tab draws, and the number of
+// queries a build makes.
+
+#include "billing/facturacio.h"
+#include "billing/graella_facturacio_taula.h"
+#include "support/entorn_proves.h"
+
+#include <QAbstractItemModelTester>
+#include <QBrush>
+#include <QFont>
+#include <QtTest>
+#include <functional>
+#include <sqlite3.h>
+
+namespace {
+
+const QString kClient = QStringLiteral("L'Estel");
+
+// Short writers: jobs with the ids the expectations name, their lines, places with a fee.
+struct Dades {
+    Db &db;
+    void lloc(const QString &nom, double quota = 0.0, const QString &client = kClient)
+    {
+        dades_prova::lloc(db, nom, 60, QString(), client);
+        db.query(QStringLiteral("UPDATE Llocs SET llocs_quota = ? WHERE llocs_nom = ?")).bind(quota).bind(nom).exec();
+    }
+    void feina(int id, const QString &lloc, const QString &dia, bool feta, const QString &recurs = QString(),
+               const QString &facturada = QString(), double quota = 0.0)
+    {
+        db.query(QStringLiteral("INSERT INTO Feines (feines_id, llocs_nom, feines_data, feines_hora_inici, feines_hora_fi,"
+                                " recursos_nom, feines_feta, feines_data_factura, feines_quota) VALUES (?, ?, ?, '09:00', '10:00', ?, ?, ?, ?)"))
+            .bind(id).bind(lloc).bind(dia).bind(recurs.isEmpty() ? QVariant() : QVariant(recurs)).bind(feta ? 1 : 0)
+            .bind(facturada.isEmpty() ? QVariant() : QVariant(facturada)).bind(quota).exec();
+    }
+    void linia(int feina, const QString &servei, double quantitat, double preu, const QString &unitat = QStringLiteral("h"))
+    {
+        db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat,"
+                                " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?)"))
+            .bind(feina).bind(servei).bind(quantitat).bind(unitat).bind(preu).exec();
+    }
+    void xec(int id, const QString &entrega, double valor = 10.0, int feina = 0, const QString &liquidat = QString(),
+             const QString &client = kClient)
+    {
+        db.query(QStringLiteral("INSERT INTO Xecs (xecs_id, clients_nom, feines_id, xecs_data_entrega, xecs_data_liquidat,"
+                                " xecs_valor) VALUES (?, ?, ?, ?, ?, ?)"))
+            .bind(id).bind(client).bind(feina ? QVariant(feina) : QVariant()).bind(entrega)
+            .bind(liquidat.isEmpty() ? QVariant() : QVariant(liquidat)).bind(valor).exec();
+    }
+};
+
+void vals(Configuracio &cfg)
+{
+    cfg.ServeiXecs = QStringLiteral("Neteja");
+    cfg.ValorXec = 10;
+    cfg.CostHoraXec = 2;
+    cfg.MaxXecsMes = 4;
+}
+
+// A row as "code|cell 1|...|cell 9"; a hidden text shows in braces.
+QStringList text(const GraellaFacturacio &g)
+{
+    QStringList out;
+    if (g.buida())
+        return out;
+    for (int r = 0; r < g.files(); ++r) {
+        QStringList cel;
+        for (int c = 0; c < GraellaFacturacio::Columnes; ++c)
+            cel << (g.cella(r, c).oculta ? QLatin1Char('{') + g.text(r, c) + QLatin1Char('}') : g.text(r, c));
+        out << cel.join(QLatin1Char('|'));
+    }
+    return out;
+}
+
+QString totals(const Facturacio &f)
+{
+    const TotalsFacturacio &t = f.totals();
+    return QStringList{t.TotalServeis, t.TotalNXecs, t.TotalXecs, t.TotalPagaments, t.TotalFacturar}.join(QLatin1Char(';'));
+}
+
+const QString T7 = QStringLiteral("Total feina:|Total feina:|Total feina:|Total feina:|Total feina:|Total feina:|Total feina:");
+
+struct Cas {
+    const char *nom;
+    std::function<void(Dades &, Configuracio &)> prepara;
+    QString mes;
+    QString client;
+    bool pendents;
+    QString pagament;
+    QStringList factura;
+    QStringList xecs;
+    QString totals; // TotalServeis;TotalNXecs;TotalXecs;TotalPagaments;TotalFacturar
+};
+
+const QList<Cas> &casos()
+{
+    static const QList<Cas> llista = {
+        {"fee once instead of the lines, vouchers off",
+         [](Dades &d, Configuracio &) {
+             d.lloc(QStringLiteral("A"));
+             d.lloc(QStringLiteral("B"), 45);
+             d.feina(101, QStringLiteral("A"), QStringLiteral("2009-03-05"), true, QStringLiteral("Marta"));
+             d.linia(101, QStringLiteral("Neteja"), 2, 12);
+             d.feina(102, QStringLiteral("B"), QStringLiteral("2009-03-06"), true);
+             d.linia(102, QStringLiteral("Neteja"), 3, 12);
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("101|05/03/2009|A|Marta|Si| |Neteja|2|h|24,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|101|24,00"),
+          QStringLiteral("102|06/03/2009|B| |Si| |Neteja|3|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|102|{QM45}"),
+          QStringLiteral("SQ|   |B|B|B|B|B|   |Quota mes|45,00")},
+         {}, QStringLiteral("69,00;;;;69,00")},
+
+        {"a fee place: one fee row for its one done job; none when no job is done",
+         [](Dades &d, Configuracio &) {
+             d.lloc(QStringLiteral("Bloc"), 45.5);
+             d.lloc(QStringLiteral("Casa"), 30);
+             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), false);
+             d.linia(1, QStringLiteral("Vidres"), 1, 20);
+             d.feina(2, QStringLiteral("Bloc"), QStringLiteral("2009-03-09"), true);
+             d.linia(2, QStringLiteral("Vidres"), 1, 20);
+             d.feina(3, QStringLiteral("Bloc"), QStringLiteral("2009-03-16"), false);
+             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), false);
+         },
+         QStringLiteral("03/2009"), kClient, false, QStringLiteral("10"),
+         {QStringLiteral("1|02/03/2009|Bloc| |No| |Vidres|1|h|"), QStringLiteral("No|") + T7 + QStringLiteral("|1|{QM45,5}"),
+          QStringLiteral("2|09/03/2009|Bloc| |Si| |Vidres|1|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|2|{QM45,5}"),
+          QStringLiteral("3|16/03/2009|Bloc| |No| ||||"), QStringLiteral("No|") + T7 + QStringLiteral("|3|{QM45,5}"),
+          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,50"),
+          QStringLiteral("4|03/03/2009|Casa| |No| ||||"), QStringLiteral("No|") + T7 + QStringLiteral("|4|{QM30}")},
+         {}, QStringLiteral("45,50;;;10;35,50")},
+
+        {"a billed job keeps the fee it was billed with",
+         [](Dades &d, Configuracio &) {
+             d.lloc(QStringLiteral("Bloc"), 60);
+             d.lloc(QStringLiteral("Pis"), 50);
+             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-04-01"), 45);
+             d.feina(2, QStringLiteral("Pis"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-04-01"), 0);
+             d.linia(2, QStringLiteral("Vidres"), 1.5, 10);
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("1|02/03/2009|Bloc| |Si|01/04/2009||||"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|{QM45}"),
+          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,00"),
+          QStringLiteral("2|02/03/2009|Pis| |Si|01/04/2009|Vidres|1,5|h|15,00"),
+          QStringLiteral("Si|") + T7 + QStringLiteral("|2|15,00")},
+         {}, QStringLiteral("60,00;;;;60,00")},
+
+        {"a job not done: No in bold, no amounts; December ends before January",
+         [](Dades &d, Configuracio &) {
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-11-30"), true);
+             d.linia(1, QStringLiteral("Vidres"), 1, 10);
+             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-12-01"), false);
+             d.linia(2, QStringLiteral("Vidres"), 2, 10);
+             d.linia(2, QStringLiteral("Abrillantat"), 1, 5, QStringLiteral("m2"));
+             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-12-31"), true);
+             d.linia(3, QStringLiteral("Vidres"), 0.333, 10);
+             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2010-01-01"), true);
+             d.linia(4, QStringLiteral("Vidres"), 1, 10);
+         },
+         QStringLiteral("12/2009"), kClient, false, QString(),
+         {QStringLiteral("2|01/12/2009|Casa| |No| |Abrillantat|1|m2|"), QStringLiteral("2|01/12/2009|Casa| |No| |Vidres|2|h|"),
+          QStringLiteral("No|") + T7 + QStringLiteral("|2|"), QStringLiteral("3|31/12/2009|Casa| |Si| |Vidres|0,333|h|3,33"),
+          QStringLiteral("Si|") + T7 + QStringLiteral("|3|3,33")},
+         {}, QStringLiteral("3,33;;;;3,33")},
+
+        {"no jobs: one empty row, nothing but minus the payment to pay",
+         [](Dades &d, Configuracio &) { d.lloc(QStringLiteral("Casa")); }, QStringLiteral("03/2009"), kClient, false,
+         QStringLiteral("150"), {}, {}, QStringLiteral("0,00;;;150;-150,00")},
+
+        {"pending only: billed jobs, their fee and settled vouchers go",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             d.lloc(QStringLiteral("Bloc"), 45);
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-03-31"), 45);
+             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), true, {}, QStringLiteral("2009-03-31"));
+             d.linia(2, QStringLiteral("Neteja"), 2, 12);
+             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-03-10"), true);
+             d.linia(3, QStringLiteral("Neteja"), 1, 12);
+             d.xec(7, QStringLiteral("2009-02-01"), 10, 2, QStringLiteral("2009-03-31"));
+             d.xec(8, QStringLiteral("2009-02-02"));
+         },
+         QStringLiteral("03/2009"), kClient, true, QString(),
+         {QStringLiteral("3|10/03/2009|Casa| |Si| |Neteja|1|h|14,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|3|14,00")},
+         {QStringLiteral("XC|02/02/2009|8|L'Estel|3|   |Neteja|1|Hores|10,00")}, QStringLiteral("14,00;1;10,00;;4,00")},
+
+        {"vouchers: one per hour in order of delivery, a surcharge each, up to the monthly limit",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(5, QStringLiteral("Casa"), QStringLiteral("2009-03-04"), true);
+             d.linia(5, QStringLiteral("Neteja"), 3, 12);
+             for (int i = 0; i < 5; ++i)
+                 d.xec(20 - i, QStringLiteral("2009-01-1%1").arg(i)); // delivered in the reverse order of their numbers
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("5|04/03/2009|Casa| |Si| |Neteja|3|h|42,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|5|42,00")},
+         {QStringLiteral("XC|10/01/2009|20|L'Estel|5|   |Neteja|1|Hores|10,00"),
+          QStringLiteral("XC|11/01/2009|19|L'Estel|5|   |Neteja|1|Hores|10,00"),
+          QStringLiteral("XC|12/01/2009|18|L'Estel|5|   |Neteja|1|Hores|10,00"),
+          QStringLiteral("XC|13/01/2009|17|L'Estel| |   ||||0,00"), QStringLiteral("XC|14/01/2009|16|L'Estel| |   ||||0,00")},
+         QStringLiteral("42,00;3;30,00;;12,00")},
+
+        {"vouchers settled earlier count towards the limit and keep their hours",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-03-15"));
+             d.linia(4, QStringLiteral("Neteja"), 2, 12);
+             d.feina(5, QStringLiteral("Casa"), QStringLiteral("2009-03-20"), true);
+             d.linia(5, QStringLiteral("Neteja"), 3, 12);
+             d.xec(1, QStringLiteral("2009-01-01"), 10, 4, QStringLiteral("2009-03-15"));
+             d.xec(2, QStringLiteral("2009-01-01"), 12.5, 4, QStringLiteral("2009-03-16"));
+             d.xec(3, QStringLiteral("2009-01-02"));
+             d.xec(9, QStringLiteral("2009-01-03"));
+             d.xec(6, QStringLiteral("2009-01-04"));
+             d.feina(99, QStringLiteral("Casa"), QStringLiteral("2009-02-10"), true);
+             d.xec(30, QStringLiteral("2009-01-01"), 10, 99, QStringLiteral("2009-02-15")); // a job of another month
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("4|02/03/2009|Casa| |Si|15/03/2009|Neteja|2|h|28,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|4|28,00"),
+          QStringLiteral("5|20/03/2009|Casa| |Si| |Neteja|3|h|40,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|5|40,00")},
+         {QStringLiteral("XC|01/01/2009|2|L'Estel|4|16/03/2009|Neteja|1|Hores|12,50"),
+          QStringLiteral("XC|01/01/2009|1|L'Estel|4|15/03/2009|Neteja|1|Hores|10,00"),
+          QStringLiteral("XC|02/01/2009|3|L'Estel|5|   |Neteja|1|Hores|10,00"),
+          QStringLiteral("XC|03/01/2009|9|L'Estel|5|   |Neteja|1|Hores|10,00"), QStringLiteral("XC|04/01/2009|6|L'Estel| |   ||||0,00")},
+         QStringLiteral("68,00;4;42,50;;25,50")},
+
+        {"no candidate for half an hour, an amount under the voucher value or a fee place",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             d.lloc(QStringLiteral("Bloc"), 40);
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true);
+             d.linia(1, QStringLiteral("Neteja"), 2, 12);
+             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
+             d.linia(2, QStringLiteral("Neteja"), 0.5, 30);
+             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), true);
+             d.linia(3, QStringLiteral("neteja"), 1, 9.99);
+             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-04"), false);
+             d.linia(4, QStringLiteral("Neteja"), 2, 12);
+             d.xec(1, QStringLiteral("2009-01-01"));
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("1|02/03/2009|Bloc| |Si| |Neteja|2|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|{QM40}"),
+          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|40,00"),
+          QStringLiteral("2|02/03/2009|Casa| |Si| |Neteja|0,5|h|15,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|2|15,00"),
+          QStringLiteral("3|03/03/2009|Casa| |Si| |neteja|1|h|9,99"), QStringLiteral("Si|") + T7 + QStringLiteral("|3|9,99"),
+          QStringLiteral("4|04/03/2009|Casa| |No| |Neteja|2|h|"), QStringLiteral("No|") + T7 + QStringLiteral("|4|")},
+         {QStringLiteral("XC|01/01/2009|1|L'Estel| |   ||||0,00")}, QStringLiteral("64,99;0;0,00;;64,99")},
+
+        {"a limit of 0 assigns nothing; 1.5 hours would give one voucher",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             cfg.MaxXecsMes = 0;
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
+             d.linia(1, QStringLiteral("Neteja"), 1.5, 10);
+             d.xec(1, QStringLiteral("2009-01-01"));
+         },
+         QStringLiteral("03/2009"), kClient, false, QString(),
+         {QStringLiteral("1|02/03/2009|Casa| |Si| |Neteja|1,5|h|15,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|15,00")},
+         {QStringLiteral("XC|01/01/2009|1|L'Estel| |   ||||0,00")}, QStringLiteral("15,00;0;0,00;;15,00")},
+
+        {"every client: the vouchers settled for jobs of the month",
+         [](Dades &d, Configuracio &cfg) {
+             vals(cfg);
+             d.lloc(QStringLiteral("Casa"));
+             d.lloc(QStringLiteral("Altra"), 0, QStringLiteral("Bonet"));
+             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
+             d.feina(2, QStringLiteral("Altra"), QStringLiteral("2009-03-31"), true);
+             d.feina(3, QStringLiteral("Altra"), QStringLiteral("2009-04-01"), true);
+             d.xec(5, QStringLiteral("2009-01-01"), 10, 1, QStringLiteral("2009-04-02"));
+             d.xec(4, QStringLiteral("2009-01-01"), 12, 2, QStringLiteral("2009-04-02"), QStringLiteral("Bonet"));
+             d.xec(3, QStringLiteral("2009-01-01"), 10, 3, QStringLiteral("2009-04-02"), QStringLiteral("Bonet"));
+             d.xec(2, QStringLiteral("2009-01-01"));
+         },
+         QStringLiteral("03/2009"), QString(), false, QString(), {},
+         {QStringLiteral("XC|01/01/2009|4|Bonet|2|02/04/2009|Neteja|1|Hores|12,00"),
+          QStringLiteral("XC|01/01/2009|5|L'Estel|1|02/04/2009|Neteja|1|Hores|10,00")},
+         QStringLiteral(";2;22,00;;")},
+
+        {"every client with the voucher service off: nothing at all",
+         [](Dades &d, Configuracio &) {
+             d.lloc(QStringLiteral("Casa"));
+             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
+             d.xec(5, QStringLiteral("2009-01-01"), 10, 1, QStringLiteral("2009-04-02"));
+         },
+         QStringLiteral("03/2009"), QString(), false, QStringLiteral("20"), {}, {}, QStringLiteral(";;;;")},
+    };
+    return llista;
+}
+
+int comptaConsultes(unsigned, void *ctx, void *, void *)
+{
+    ++*static_cast<int *>(ctx);
+    return 0;
+}
+
+} // namespace
+
+class TestFacturacio : public QObject {
+    Q_OBJECT
+
+private slots:
+    void fulls_data()
+    {
+        QTest::addColumn<int>("cas");
+        for (int i = 0; i < casos().size(); ++i)
+            QTest::newRow(casos()[i].nom) << i;
+    }
+
+    // Each case: the two sheets row by row and the totals the tab shows.
+    void fulls()
+    {
+        QFETCH(int, cas);
+        const Cas &c = casos()[cas];
+        BaseProva base;
+        Dades d{base.db};
+        c.prepara(d, base.cfg);
+        Facturacio f(base.db, base.cfg);
+        f.Carrega_Facturacio({c.mes, c.client, c.pendents, c.pagament});
+        QCOMPARE(text(f.FacturaGrid()), c.factura);
+        QCOMPARE(text(f.XecsGrid()), c.xecs);
+        QCOMPARE(totals(f), c.totals);
+        // An empty sheet still has its one row to stand on.
+        QVERIFY(f.FacturaGrid().files() >= 1 && f.XecsGrid().files() >= 1);
+    }
+
+    // What the tab draws besides the texts: colours, bold, alignment, and the merged blocks.
+    void atributsIFusions()
+    {
+        BaseProva base;
+        base.cfg.ColorFeina = 111;
+        base.cfg.ColorQuota = 222;
+        Dades d{base.db};
+        casos()[0].prepara(d, base.cfg);
+        d.linia(101, QStringLiteral("Vidres"), 1, 5);
+        d.feina(103, QStringLiteral("A"), QStringLiteral("2009-03-07"), false);
+        Facturacio f(base.db, base.cfg);
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        const GraellaFacturacio &g = f.FacturaGrid();
+        // 0,1 lines of 101; 2 its total; 3 line of 103; 4 its total; 5 line of 102; 6 total; 7 fee
+        QCOMPARE(g.files(), 8);
+        QCOMPARE(g.codi(3), QStringLiteral("103"));
+
+        const auto fons = [&](int r) {
+            QList<qint32> l;
+            for (int c = 1; c < 10; ++c)
+                l << g.cella(r, c).fons;
+            return l;
+        };
+        const qint32 n = SenseFons;
+        QCOMPARE(fons(0), (QList<qint32>{n, n, n, n, n, n, n, n, n}));
+        QCOMPARE(fons(2), (QList<qint32>{111, n, n, n, n, n, n, 111, 111}));
+        QCOMPARE(fons(5), (QList<qint32>(9, 222)));
+        QCOMPARE(fons(6), (QList<qint32>{222, n, n, n, n, n, n, 222, 222}));
+        QCOMPARE(fons(7), (QList<qint32>{222, 222, 222, n, n, n, 222, 222, 222}));
+        QVERIFY(g.cella(3, ColFeta).negreta && !g.cella(0, ColFeta).negreta);
+        QVERIFY(g.cella(2, ColImport).negreta && g.cella(7, ColLloc).negreta && g.cella(7, ColUnitat).negreta);
+        QVERIFY(g.cella(6, ColImport).oculta && !g.cella(2, ColImport).oculta);
+        QCOMPARE(g.cella(2, ColData).alineacio, CellaFacturacio::Dreta);
+        QCOMPARE(g.cella(2, ColIdFeina).alineacio, CellaFacturacio::Esquerra);
+        QCOMPARE(g.cella(0, ColLloc).alineacio, CellaFacturacio::Centre);
+        QCOMPARE(g.cella(0, ColQuantitat).alineacio, CellaFacturacio::Dreta);
+        QCOMPARE(g.ampladaTwips(ColCodi), 0);
+        QCOMPARE(g.capcalera(ColDataFactura), QStringLiteral("Data fra."));
+
+        const auto bloc = [&](int r, int c) { return QPair<int, int>(g.bloc(r, c).files, g.bloc(r, c).columnes); };
+        using B = QPair<int, int>;
+        // Job 101's two lines share date, place, resource, done and billing date; not service.
+        for (int c = ColData; c <= ColDataFactura; ++c) {
+            QCOMPARE(bloc(0, c), B(2, 1));
+            QCOMPARE(bloc(1, c), B(0, 0));
+        }
+        QCOMPARE(bloc(0, ColServei), B(1, 1));
+        // A total row spreads its label over columns 1 to 7; a fee row its place over 2 to 6.
+        QCOMPARE(bloc(2, ColData), B(1, 7));
+        QCOMPARE(bloc(2, ColQuantitat), B(0, 0));
+        QCOMPARE(bloc(7, ColLloc), B(1, 5));
+        QCOMPARE(bloc(7, ColData), B(1, 1));
+        // Rows of different jobs at one place only merge the place (103's date differs).
+        QCOMPARE(bloc(3, ColLloc), B(1, 1));
+        int fila = 1, col = ColLloc;
+        g.iniciBloc(fila, col);
+        QCOMPARE(B(fila, col), B(0, ColLloc));
+        fila = 7, col = ColServei;
+        g.iniciBloc(fila, col);
+        QCOMPARE(B(fila, col), B(7, ColLloc));
+        // The voucher sheet never merges (two settled vouchers of one day and job).
+        base.cfg.ServeiXecs = QStringLiteral("Neteja");
+        d.xec(1, QStringLiteral("2009-01-01"), 10, 101, QStringLiteral("2009-04-01"));
+        d.xec(2, QStringLiteral("2009-01-01"), 10, 101, QStringLiteral("2009-04-01"));
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), QString(), false, QString()});
+        QCOMPARE(f.XecsGrid().bloc(0, 1).files, 1);
+    }
+
+    // The item model a table view draws from: rows follow the rebuilds, the hidden fee code is
+    // painted in its background, blocks and codes travel in their roles.
+    void modelDeTaula()
+    {
+        BaseProva base;
+        base.cfg.ColorQuota = 0x0000FF; // red in the low byte
+        Dades d{base.db};
+        casos()[0].prepara(d, base.cfg);
+        Facturacio f(base.db, base.cfg);
+        ModelTaulaFacturacio m(f.FacturaGrid());
+        QAbstractItemModelTester tester(&m, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(m.rowCount(), 1); // the empty row before any build
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        m.refresca();
+        QCOMPARE(m.rowCount(), 5);
+        QCOMPARE(m.columnCount(), 10);
+        const QModelIndex quota = m.index(3, ColImport);
+        QCOMPARE(quota.data().toString(), QStringLiteral("QM45"));
+        QVERIFY(quota.data(ModelTaulaFacturacio::RolOculta).toBool());
+        QCOMPARE(quota.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QCOMPARE(quota.data(Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QVERIFY(quota.data(Qt::FontRole).value<QFont>().bold());
+        QCOMPARE(quota.data(ModelTaulaFacturacio::RolCodi).toString(), QStringLiteral("Si"));
+        QCOMPARE(m.index(1, ColData).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 7);
+        QCOMPARE(m.index(1, ColLloc).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 0);
+        QCOMPARE(Qt::Alignment(m.index(0, ColImport).data(Qt::TextAlignmentRole).value<Qt::Alignment>()),
+                 Qt::AlignRight | Qt::AlignVCenter);
+        QVERIFY(!m.index(0, ColImport).data(Qt::ForegroundRole).isValid());
+        QCOMPARE(m.headerData(ColCodi, Qt::Horizontal, ModelTaulaFacturacio::RolAmpladaTwips).toInt(), 0);
+        QCOMPARE(m.headerData(ColImport, Qt::Horizontal).toString(), QStringLiteral("Import"));
+        f.Carrega_Facturacio({QStringLiteral("04/2009"), kClient, false, QString()});
+        m.refresca();
+        QCOMPARE(m.rowCount(), 1);
+    }
+
+    // The payment field left: the total to pay follows without a rebuild.
+    void pagamentSenseReconstruir()
+    {
+        BaseProva base;
+        Dades d{base.db};
+        vals(base.cfg);
+        d.lloc(QStringLiteral("Casa"));
+        d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
+        d.linia(1, QStringLiteral("Neteja"), 3, 200.0 / 3); // 200,00 with three vouchers of 10
+        for (int i = 1; i <= 3; ++i)
+            d.xec(i, QStringLiteral("2009-01-01"));
+        base.cfg.CostHoraXec = 0;
+        Facturacio f(base.db, base.cfg);
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        QCOMPARE(totals(f), QStringLiteral("200,00;3;30,00;;170,00"));
+        base.db.exec(QStringLiteral("DELETE FROM Feines")); // nothing is read again
+        for (const auto &[pagament, total] : {std::pair{"150", "20,00"}, {"1.234,5", "-1.064,50"}, {"abc", "170,00"}, {"", "170,00"}}) {
+            f.posaPagament(QString::fromUtf8(pagament));
+            QCOMPARE(f.totals().TotalFacturar, QString::fromUtf8(total));
+            QCOMPARE(f.totals().TotalPagaments, QString::fromUtf8(pagament));
+        }
+        QCOMPARE(f.FacturaGrid().files(), 2);
+        QCOMPARE(f.feinaFila(0), 1);
+        QCOMPARE(f.feinaFila(1), 0);
+        QCOMPARE(f.xecFila(2), 3);
+    }
+
+    // One query for the client's month and one for its vouchers, however many jobs.
+    void duesConsultes()
+    {
+        BaseProva base;
+        Dades d{base.db};
+        vals(base.cfg);
+        d.lloc(QStringLiteral("Casa"));
+        for (int i = 1; i <= 30; ++i) {
+            d.feina(i, QStringLiteral("Casa"), QStringLiteral("2009-03-%1").arg(i, 2, 10, QLatin1Char('0')), true);
+            d.linia(i, QStringLiteral("Neteja"), 2, 12);
+        }
+        d.xec(1, QStringLiteral("2009-01-01"));
+        Facturacio f(base.db, base.cfg);
+        int consultes = 0;
+        sqlite3 *h = dades_prova::handle(base.db);
+        sqlite3_trace_v2(h, SQLITE_TRACE_STMT, comptaConsultes, &consultes);
+        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        sqlite3_trace_v2(h, 0, nullptr, nullptr);
+        QCOMPARE(consultes, 2);
+        QCOMPARE(f.FacturaGrid().files(), 60);
+    }
+
+    void mesos_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QDate>("inici");
+        QTest::addColumn<QDate>("fi");
+        QTest::newRow("march") << "03/2009" << QDate(2009, 3, 1) << QDate(2009, 4, 1);
+        QTest::newRow("december") << "12/2009" << QDate(2009, 12, 1) << QDate(2010, 1, 1);
+        QTest::newRow("blanks around") << " 01/2010 " << QDate(2010, 1, 1) << QDate(2010, 2, 1);
+        for (const char *dolent : {"3/2009", "13/2009", "00/2009", "03-2009", "0a/2009", "03/20a9", "", "03/2009x", "+3/2009"})
+            QTest::newRow(dolent) << dolent << QDate() << QDate();
+    }
+
+    void mesos()
+    {
+        QFETCH(QString, text);
+        QFETCH(QDate, inici);
+        QFETCH(QDate, fi);
+        const MesFactura m = MesFactura::llegeix(text);
+        QCOMPARE(MesFactura::valid(text), inici.isValid());
+        QCOMPARE(m.inici, inici);
+        QCOMPARE(m.fi, fi);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFacturacio)
+#include "tst_facturacio.moc"
