@@ -100,7 +100,6 @@ void ControladorFacturacio::construeix()
 {
     m_facturacio.Carrega_Facturacio(ParametresFacturacio{m_mes, m_client, m_pendents, m_pagament});
     m_sessio.RefrescarFacturacio = false;
-    m_desfasat = false;
     ++m_construccions;
 }
 
@@ -134,7 +133,7 @@ bool ControladorFacturacio::obreEditorSeleccionada()
     if (FeinaSeleccionada.missatge != QLatin1String("OK"))
         return false;
     m_sessio.RefrescarAgenda = true;
-    m_desfasat = true;
+    m_sessio.RefrescarFacturacio = true; // the sheets show the change at their next build
     // Marking a job not done frees the vouchers it had used.
     if (!FeinaSeleccionada.feines_feta)
         xecsCanviats();
@@ -158,7 +157,7 @@ void ControladorFacturacio::teclaFeina(int fila, Tecla t)
             break;
         }
         m_sessio.RefrescarAgenda = true;
-        m_desfasat = true;
+        m_sessio.RefrescarFacturacio = true;
         if (!f.feines_feta)
             xecsCanviats();
         break;
@@ -196,7 +195,6 @@ void ControladorFacturacio::suprimeixXec(int fila)
         return;
     // The sheets were rebuilt by the deletion.
     m_sessio.RefrescarFacturacio = false;
-    m_desfasat = false;
     ++m_construccions;
     xecsCanviats();
 }
@@ -205,14 +203,14 @@ bool ControladorFacturacio::factura()
 {
     if (!ambClient())
         return false;
-    // A job changed from the sheets since they were built: bill what the database holds now.
-    if (m_desfasat)
+    // Something changed under the sheets since they were built (a job changed from them, or
+    // elsewhere): bill what the database holds now, not what was shown.
+    if (m_sessio.RefrescarFacturacio)
         construeix();
     const ResultatFactura r = Factura_Client(m_facturacio, m_io, avui());
     if (!r.fet)
         return false;
     m_sessio.RefrescarFacturacio = false;
-    m_desfasat = false;
     ++m_construccions;
     if (imprimeixFactura)
         imprimeixFactura(m_facturacio);

@@ -6,7 +6,9 @@
 // each one.
 //
 // Changes made here raise RefrescarAgenda (jobs deleted or changed) and ask the clients tab to
-// refill its voucher list (recarregaXecs) whenever vouchers may have changed.
+// refill its voucher list (recarregaXecs) whenever vouchers may have changed. A job changed from
+// the sheets without a rebuild (Space, Enter) raises RefrescarFacturacio: the sheets are stale,
+// and the commit rebuilds them before it writes anything.
 
 #include "facturacio.h"
 #include "masterdata/xecs_client.h"
@@ -107,8 +109,6 @@ private:
     QString m_client;
     bool m_pendents = false;
     QString m_pagament;
-    // The database changed under the sheets since they were built (a job changed from them).
-    bool m_desfasat = false;
     int m_construccions = 0;
 
 public:

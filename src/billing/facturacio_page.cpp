@@ -92,6 +92,16 @@ FacturacioPage::FacturacioPage(Sessio &sessio, Interaccio &ui, QWidget *parent, 
     });
 }
 
+FacturacioPage::~FacturacioPage()
+{
+    // The fields and sheets talk to the controller up to their last event (a focus change while
+    // they go): they go first, while it still exists.
+    mesFactura->removeEventFilter(this);
+    TotalPagaments->removeEventFilter(this);
+    ClientsCombo->removeEventFilter(this);
+    qDeleteAll(findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
+}
+
 // ------------------------------------------------------------------ building the page
 
 void FacturacioPage::construeixControls()

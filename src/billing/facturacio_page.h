@@ -26,6 +26,7 @@ class FacturacioPage : public QWidget, public PaginaPrincipal {
     Q_OBJECT
 public:
     FacturacioPage(Sessio &sessio, Interaccio &ui, QWidget *parent = nullptr, const QDate &avui = QDate());
+    ~FacturacioPage() override;
 
     ControladorFacturacio &controlador() { return m_ctl; }
 
