@@ -3,6 +3,7 @@
 #include "frm_main.h"
 #include "frm_missatges.h"
 #include "agenda/agenda_page.h"
+#include "billing/facturacio_page.h"
 #include "masterdata/clients_page.h"
 #include "masterdata/recursos.h"
 #include "masterdata/recursos_serveis_page.h"
@@ -22,10 +23,20 @@ AgendaPage *posaAgenda(frmMain &finestra)
     return pagina;
 }
 
-// Both master-data tabs, wired to each other, to the tab switch and to the agenda's jumps (a
-// double click on a place or a resource beside the agenda opens it here); then the resources'
-// colour repair that start-up does once the pages are filled.
-void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda)
+// The billing tab. Reports it starts are plugged in with the reports; until then its print
+// buttons stay disabled and say so.
+FacturacioPage *posaFacturacio(frmMain &finestra)
+{
+    auto *pagina = new FacturacioPage(finestra.sessio(), finestra.interaccio());
+    finestra.posaPagina(frmMain::Facturacio, pagina);
+    return pagina;
+}
+
+// Both master-data tabs, wired to each other, to the tab switch, to the agenda's jumps (a
+// double click on a place or a resource beside the agenda opens it here) and to billing (its
+// client list, and the voucher list refilled whenever billing or the agenda changed vouchers);
+// then the resources' colour repair that start-up does once the pages are filled.
+void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda, FacturacioPage &facturacio)
 {
     auto *clients = new ClientsPage(finestra.sessio(), finestra.interaccio());
     auto *recursos = new RecursosServeisPage(finestra.sessio(), finestra.interaccio());
@@ -38,6 +49,10 @@ void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda)
     finestra.posaPagina(frmMain::RecursosServeis, recursos);
     QObject::connect(&agenda, &AgendaPage::obreLloc, clients, &ClientsPage::obreLloc);
     QObject::connect(&agenda, &AgendaPage::obreRecurs, recursos, &RecursosServeisPage::obreRecurs);
+    QObject::connect(clients, &ClientsPage::clientsCanviats, &facturacio, &FacturacioPage::recarregaClients);
+    const auto recarregaXecs = [clients] { clients->Carrega_Xecs_Client(); };
+    facturacio.controlador().recarregaXecs = recarregaXecs;
+    agenda.controlador().recarregaXecs = recarregaXecs;
     if (reparaColorsRecursos(finestra.sessio()) > 0)
         recursos->reconstrueix();
 }
@@ -47,5 +62,6 @@ void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda)
 void creaPagines(frmMain &finestra)
 {
     AgendaPage *agenda = posaAgenda(finestra);
-    posaPaginesMestres(finestra, *agenda);
+    FacturacioPage *facturacio = posaFacturacio(finestra);
+    posaPaginesMestres(finestra, *agenda, *facturacio);
 }
