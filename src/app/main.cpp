@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
 #include <memory>
@@ -52,6 +53,15 @@ int main(int argc, char *argv[])
     QTextStream out(stdout);
     QTextStream err(stderr);
 
+    if (!volEscriptori(args) && comandaDibuixa(args)) {
+        // Reports measure and draw texts, which takes a graphical application; the command line
+        // shows no window, so it needs no display.
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication app(argc, argv);
+        posaNoms();
+        return executaLiniaComandes(args, out, err);
+    }
     if (!volEscriptori(args)) {
         QCoreApplication app(argc, argv);
         posaNoms();
