@@ -48,7 +48,7 @@ QList<FeinaLlista> feinesLlista(Db &db, const EstatAgenda &estat, const QString 
         break;
     }
     sql += grup ? QStringLiteral(" AND Feines.recursos_nom = ?")
-                : QStringLiteral(" AND COALESCE(Recursos_Components.recursos_component_nom, Feines.recursos_nom) = ?");
+                : QStringLiteral(" AND COALESCE(Recursos_Components.recursos_component_nom, Feines.recursos_nom) = ? COLLATE NOCASE");
     sql += estat.vista == VistaAgenda::Dia ? QStringLiteral(" ORDER BY Feines.feines_hora_inici")
                                            : QStringLiteral(" ORDER BY Feines.feines_data, Feines.feines_hora_inici");
 
