@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
 #include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
@@ -58,6 +59,9 @@ int main(int argc, char *argv[])
         // shows no window, so it needs no display.
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        // The folder Qt falls back to anyway, named so that it does not warn about it on stderr.
+        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
+            qputenv("XDG_RUNTIME_DIR", QStringLiteral("%1/runtime-%2").arg(QDir::tempPath(), qEnvironmentVariable("USER", QStringLiteral("quadrella"))).toLocal8Bit());
         QGuiApplication app(argc, argv);
         posaNoms();
         return executaLiniaComandes(args, out, err);
