@@ -251,6 +251,39 @@ private slots:
                     QVERIFY(e.y1 <= 8000);
     }
 
+    // The agenda runs over as many pages as it needs: each page repeats the header line and the
+    // header row, and a job's block cut by a break is drawn, with its name, on both sides.
+    void agendaRunsOverPages()
+    {
+        BaseProva b;
+        sembra(b.db);
+        b.cfg.HoraInici = QStringLiteral("07:00");
+        b.cfg.HoraFinal = QStringLiteral("12:00");
+        b.cfg.MinutsCella = 60;
+        b.cfg.CellesDia = 5;
+        ModelAgenda model(b.db, b.cfg);
+        model.setAvui(kAvui);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Setmana, kAvui, 2));
+        ImpressoraRegistre imp;
+        // Room for one slot row per page.
+        Imprimeix_Agenda(imp, model, 1400, QStringLiteral("Quadrella"), kAvui);
+        QCOMPARE(imp.pagines().size(), 5);
+        QStringList blocs;
+        for (const PaginaDibuix &p : imp.pagines()) {
+            QStringList textos;
+            for (const ElementDibuix &e : p.elements)
+                textos << e.text;
+            QVERIFY(textos.filter(QStringLiteral("Agenda SETMANA del 03/03/2031 al 09/03/2031")).size() == 1);
+            QVERIFY(textos.contains(QStringLiteral("dilluns, 3")));
+            QVERIFY(textos.contains(QStringLiteral("diumenge, 9")));
+            QVERIFY(textos.contains(QStringLiteral("pàg. %1").arg(p.numero)));
+            QVERIFY(textos.contains(QStringLiteral("%1:00").arg(6 + p.numero, 2, 10, QLatin1Char('0'))));
+            if (textos.contains(QStringLiteral("Casa L'Estel")))
+                blocs << QString::number(p.numero);
+        }
+        QCOMPARE(blocs, (QStringList{"3", "4"})); // 09:00-11:00 on Tuesday
+    }
+
     // The report runs the month's clean-up first: an entry stands only when its worker had a job
     // that day, directly or through a group; other months are neither printed nor touched.
     void overtimeCleanUpFirst_data()
