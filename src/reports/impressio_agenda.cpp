@@ -24,6 +24,7 @@ constexpr double AltSetmanaMinim = 1500; // a week row of the month view
 constexpr double MidaCos = 8;
 constexpr double MidaMes = 7;
 constexpr double Marge = 40;           // text inside a cell
+constexpr qint32 ColorAltreMes = 0xf2f2f2;
 
 class Graella {
 public:
@@ -220,10 +221,14 @@ private:
                         cella(cc, c, m_y, alt, {cc.text}, Qt::AlignHCenter | Qt::AlignVCenter);
                         continue;
                     }
-                    // The day number in the top right corner, the jobs under it.
+                    // The day number in the top right corner, the jobs under it; the days of the
+                    // months around shaded, as on screen.
                     QStringList l{QString()};
                     l += linies[c].mid(desDe, n);
-                    cella(cc, c, m_y, alt, l, Qt::AlignLeft | Qt::AlignTop, MidaMes);
+                    CellaAgenda pintada = cc;
+                    if (pintada.fons == SenseColor && m_m.diaCella(r, c).month() != mesCalendari())
+                        pintada.fons = ColorAltreMes;
+                    cella(pintada, c, m_y, alt, l, Qt::AlignLeft | Qt::AlignTop, MidaMes);
                     lletra(MidaMes, false);
                     const QString dia = QString::number(m_m.diaCella(r, c).day());
                     m_imp.setX(m_x[c + 1] - Marge - m_imp.ampleText(dia));
@@ -234,6 +239,12 @@ private:
                 desDe += n;
             } while (desDe < mesLlarga);
         }
+    }
+
+    int mesCalendari() const
+    {
+        const EstatAgenda &e = m_m.estat();
+        return (e.DataCalendari.isValid() ? e.DataCalendari : e.DiaActual).month();
     }
 
     Impressora &m_imp;

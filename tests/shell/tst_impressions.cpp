@@ -97,6 +97,7 @@ private slots:
 
     void agendaButtonsOpenTheirPreviews()
     {
+        captura(m_w.get(), "pagina-agenda");
         QString titol;
         auto obert = tancaPrevisualitzacio(&titol, "previsualitzacio-agenda");
         agenda().ImprimirAgenda->click();
