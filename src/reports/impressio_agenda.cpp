@@ -203,7 +203,13 @@ private:
             QList<QStringList> linies;
             qsizetype mesLlarga = 0;
             for (int c = 0; c < m_m.columnes(); ++c) {
-                QStringList l = m_m.text(r, c).isEmpty() ? QStringList() : m_m.text(r, c).split(salt);
+                // A job's line that does not fit the day's width goes on under it.
+                QStringList l;
+                if (c > 0 && !m_m.text(r, c).isEmpty()) {
+                    lletra(MidaMes, m_m.cella(r, c).negreta);
+                    for (const QString &feina : m_m.text(r, c).split(salt))
+                        l += text_informe::parteix(m_imp, feina, m_x[c + 1] - m_x[c] - 2 * Marge);
+                }
                 mesLlarga = std::max(mesLlarga, l.size());
                 linies.append(l);
             }
