@@ -8,6 +8,7 @@
 // long lists that break between entries, and the overtime clean-up before the report is read.
 #include "agenda/agenda_model.h"
 #include "agenda/editor_feina.h"
+#include "core/formats.h"
 #include "jobs/carrega_feina.h"
 #include "jobs/motor_feines.h"
 #include "reports/detall_feina.h"
@@ -282,6 +283,33 @@ private slots:
                 blocs << QString::number(p.numero);
         }
         QCOMPARE(blocs, (QStringList{"3", "4"})); // 09:00-11:00 on Tuesday
+    }
+
+    // A month day with more jobs than a page holds goes on over the next page: every job once,
+    // in order, and no line below where the page's body ends.
+    void crowdedMonthDayGoesOnOverPages()
+    {
+        BaseProva b;
+        sembra(b.db);
+        for (int i = 0; i < 60; ++i)
+            dades_prova::feina(b.db, QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0')), QDate(2031, 3, 12),
+                               hora::text(6 * 60 + i * 10), hora::text(6 * 60 + i * 10 + 10), "Carla");
+        ModelAgenda model(b.db, b.cfg);
+        model.setAvui(kAvui);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Mes, kAvui, 2));
+        ImpressoraRegistre imp;
+        Imprimeix_Agenda(imp, model, 6000, QStringLiteral("Quadrella"), kAvui);
+        QVERIFY(imp.pagines().size() >= 2);
+        QStringList llocs;
+        for (const PaginaDibuix &p : imp.pagines())
+            for (const ElementDibuix &e : p.elements)
+                if (e.text.contains(QStringLiteral(" Lloc "))) {
+                    llocs << e.text.section(QLatin1Char(' '), 1);
+                    QVERIFY(e.y1 + 150 < 6000 + 500);
+                }
+        QCOMPARE(llocs.size(), 60);
+        for (int i = 0; i < 60; ++i)
+            QCOMPARE(llocs[i], QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0')));
     }
 
     // The report runs the month's clean-up first: an entry stands only when its worker had a job
