@@ -106,6 +106,9 @@ struct Comanda {
     QString us;     // one or more usage lines
     QString resum;  // one line for --help
     std::function<int(ContextComanda &, Arguments &)> executa;
+    // The command draws texts (reports): it needs a graphical application, which runs without a
+    // display on the offscreen platform.
+    bool dibuixa = false;
 };
 
 QList<Comanda> &comandesRegistrades();
@@ -133,3 +136,5 @@ const QList<OpcioGlobal> &opcionsGlobals();
 QList<Comanda> comandesOrdenades(); // by name
 QString textAjuda();
 QString paginaManual(); // roff, for man(1)
+// True when the line's command draws (see Comanda::dibuixa).
+bool comandaDibuixa(const QStringList &args);
