@@ -121,6 +121,8 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
     ImprimirFeines = new QPushButton(Tradueix("Imprimir feines"), this);
     ImprimirFeines->setObjectName(QStringLiteral("ImprimirFeines"));
     ImprimirFeines->setEnabled(false);
+    ImprimirAgenda = new QPushButton(Tradueix("Imprimir agenda"), this);
+    ImprimirAgenda->setObjectName(QStringLiteral("ImprimirAgenda"));
 
     auto *barra = new QHBoxLayout;
     barra->setSpacing(4);
@@ -134,6 +136,7 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
     barra->addWidget(VistaMes);
     barra->addSpacing(16);
     barra->addWidget(ImprimirFeines);
+    barra->addWidget(ImprimirAgenda);
 
     auto *esquerra = new QVBoxLayout;
     esquerra->setSpacing(0);
@@ -188,6 +191,7 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
         m_ctl->imprimirFeinesFet();
         actualitzaBotons();
     });
+    connect(ImprimirAgenda, &QPushButton::clicked, this, &AgendaPage::imprimeixAgenda);
     connect(LlocsGrid, &LlistaAgendaWidget::dobleClicNom, this, &AgendaPage::obreLloc);
     connect(RecursosGrid, &LlistaAgendaWidget::dobleClicNom, this, &AgendaPage::obreRecurs);
     RecursosGrid->alPremer = [this] { actualitzaBotons(); };
@@ -200,7 +204,9 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
             AgendaGrid->setFocus(Qt::OtherFocusReason);
     };
     m_ctl->mostraIndicacio = [this](const QString &t, const QString &x) { mostraIndicacio(t, x); };
-    instalaEditorFeines(*m_ctl, sessio, ui, this);
+    instalaEditorFeines(*m_ctl, sessio, ui, this, [this](const EditorFeina &editor, QWidget *finestra) {
+        emit imprimeixDetallFeina(editor, finestra);
+    });
     new EditorHoresWidget(HoresGrid, sessio.db(), sessio.cfg(), m_ctl->model(), ui, 1);
 
     CalendariML->setDataSeleccionada(m_ctl->estat().DataCalendari);

@@ -1,11 +1,12 @@
 #pragma once
 // The agenda tab: the grid of the day, week or month (AgendaGrid) with the overtime row under the
 // day view (HoresGrid), the month calendar (CalendariML), the places and resources to drag
-// (LlocsGrid, RecursosGrid), the view and period buttons and the job-list print button
-// (ImprimirFeines). Everything the user does goes to the agenda controller; the page only draws
+// (LlocsGrid, RecursosGrid), the view and period buttons and the print buttons (ImprimirFeines,
+// ImprimirAgenda). The page asks for prints with its signals; whoever holds the reports prints. Everything the user does goes to the agenda controller; the page only draws
 // what the controller's model holds after each rebuild.
 
 #include "agenda_controller.h"
+#include "editor_feina.h"
 #include "widgets/pagina_principal.h"
 
 #include <QWidget>
@@ -38,6 +39,7 @@ public:
     LlistaAgendaWidget *LlocsGrid;
     LlistaAgendaWidget *RecursosGrid;
     QPushButton *ImprimirFeines;
+    QPushButton *ImprimirAgenda;
     QToolButton *VistaDia;
     QToolButton *VistaSetmana;
     QToolButton *VistaMes;
@@ -49,8 +51,12 @@ public:
 signals:
     void obreLloc(const QString &lloc);
     void obreRecurs(const QString &recurs);
-    // The job list of a resource for the period shown (the report comes with the printing).
+    // The job list of a resource for the period shown.
     void imprimeixFeines(const QString &recurs);
+    // The grid as it is shown.
+    void imprimeixAgenda();
+    // The job open in the job editor, from its window.
+    void imprimeixDetallFeina(const EditorFeina &editor, QWidget *finestra);
 
 protected:
     void showEvent(QShowEvent *e) override;

@@ -211,7 +211,7 @@ void FrmFeinesDialog::construeix()
     // ---- buttons
     m_imprimir = crea(new QPushButton(Tradueix("Imprimir")), "ImprimirButton");
     m_imprimir->setAutoDefault(false);
-    m_imprimir->hide(); // the job print-out is not available yet
+    m_imprimir->hide(); // shown once there is a way to print
     m_ok = crea(new QPushButton(Tradueix("Modificar")), "OKButton");
     m_ok->setDefault(true);
     auto *botons = new QHBoxLayout;
@@ -282,6 +282,16 @@ void FrmFeinesDialog::construeix()
         mostraHores();
     });
     connect(m_ok, &QPushButton::clicked, this, &FrmFeinesDialog::modificar);
+    connect(m_imprimir, &QPushButton::clicked, this, [this] {
+        if (m_imprimeix)
+            m_imprimeix(m_editor, this);
+    });
+}
+
+void FrmFeinesDialog::setImpressio(Impressio imprimeix)
+{
+    m_imprimeix = std::move(imprimeix);
+    m_imprimir->setVisible(bool(m_imprimeix));
 }
 
 void FrmFeinesDialog::mostraTot()
@@ -387,10 +397,12 @@ bool FrmFeinesDialog::eventFilter(QObject *obj, QEvent *event)
     return QDialog::eventFilter(obj, event);
 }
 
-void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare)
+void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare,
+                         FrmFeinesDialog::Impressio imprimeix)
 {
-    ctl.obreEditor = [&ctl, &sessio, &ui, pare](Feina &f) {
+    ctl.obreEditor = [&ctl, &sessio, &ui, pare, imprimeix](Feina &f) {
         FrmFeinesDialog finestra(sessio.db(), sessio.cfg(), ctl.motor(), ui, f, pare);
+        finestra.setImpressio(imprimeix);
         finestra.exec();
     };
 }

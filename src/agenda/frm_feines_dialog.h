@@ -6,6 +6,7 @@
 #include "editor_feina.h"
 
 #include <QDialog>
+#include <functional>
 
 class ControladorAgenda;
 class QCheckBox;
@@ -30,6 +31,10 @@ public:
     EditorFeina &editor() { return m_editor; }
     // "Today" for the done-job check (the real date unless set).
     void setAvui(const QDate &avui) { m_editor.setAvui(avui); }
+
+    // What "Imprimir" does with the job as the window holds it; the button shows once it is set.
+    using Impressio = std::function<void(const EditorFeina &, QWidget *finestra)>;
+    void setImpressio(Impressio imprimeix);
 
 protected:
     bool eventFilter(QObject *obj, QEvent *event) override;
@@ -64,7 +69,10 @@ private:
     QLineEdit *m_total = nullptr;
     QPushButton *m_ok = nullptr;
     QPushButton *m_imprimir = nullptr;
+    Impressio m_imprimeix;
 };
 
-// Makes the agenda open this window on its selected job (Enter or a double click on a job).
-void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare);
+// Makes the agenda open this window on its selected job (Enter or a double click on a job);
+// `imprimeix` prints the job from it (no print button when empty).
+void instalaEditorFeines(ControladorAgenda &ctl, Sessio &sessio, Interaccio &ui, QWidget *pare,
+                         FrmFeinesDialog::Impressio imprimeix = {});

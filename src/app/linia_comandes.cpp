@@ -190,6 +190,24 @@ QString textAjuda()
     return t;
 }
 
+bool comandaDibuixa(const QStringList &args)
+{
+    for (int i = 0; i < args.size(); ++i) {
+        const QString &a = args[i];
+        if (a == QLatin1String("--data-dir")) {
+            ++i;
+            continue;
+        }
+        if (a.startsWith(QLatin1String("--")) || a == QLatin1String("-h"))
+            continue;
+        for (const Comanda &c : comandesRegistrades())
+            if (c.nom == a)
+                return c.dibuixa;
+        return false;
+    }
+    return false;
+}
+
 int executaLiniaComandes(const QStringList &argsIn, QTextStream &out, QTextStream &err,
                          const std::function<int(const QString &)> &senseComanda)
 {

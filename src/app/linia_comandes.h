@@ -105,6 +105,9 @@ struct Comanda {
     QString us;     // one or more usage lines
     QString resum;  // one line for --help
     std::function<int(ContextComanda &, Arguments &)> executa;
+    // The command draws texts (reports): it needs a graphical application, which runs without a
+    // display on the offscreen platform.
+    bool dibuixa = false;
 };
 
 QList<Comanda> &comandesRegistrades();
@@ -123,3 +126,5 @@ struct RegistreComanda {
 int executaLiniaComandes(const QStringList &args, QTextStream &out, QTextStream &err,
                          const std::function<int(const QString &dirDades)> &senseComanda = {});
 QString textAjuda();
+// True when the line's command draws (see Comanda::dibuixa).
+bool comandaDibuixa(const QStringList &args);

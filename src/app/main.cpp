@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
+#include <QGuiApplication>
 #include <QTextStream>
 #include <cstdio>
 #include <memory>
@@ -52,6 +54,18 @@ int main(int argc, char *argv[])
     QTextStream out(stdout);
     QTextStream err(stderr);
 
+    if (!volEscriptori(args) && comandaDibuixa(args)) {
+        // Reports measure and draw texts, which takes a graphical application; the command line
+        // shows no window, so it needs no display.
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        // The folder Qt falls back to anyway, named so that it does not warn about it on stderr.
+        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
+            qputenv("XDG_RUNTIME_DIR", QStringLiteral("%1/runtime-%2").arg(QDir::tempPath(), qEnvironmentVariable("USER", QStringLiteral("quadrella"))).toLocal8Bit());
+        QGuiApplication app(argc, argv);
+        posaNoms();
+        return executaLiniaComandes(args, out, err);
+    }
     if (!volEscriptori(args)) {
         QCoreApplication app(argc, argv);
         posaNoms();

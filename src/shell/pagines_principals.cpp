@@ -2,12 +2,46 @@
 
 #include "frm_main.h"
 #include "frm_missatges.h"
+#include "producte.h"
 #include "agenda/agenda_page.h"
+#include "core/sessio.h"
+#include "core/traduccio.h"
 #include "masterdata/clients_page.h"
 #include "masterdata/recursos.h"
 #include "masterdata/recursos_serveis_page.h"
+#include "reports/detall_feina.h"
+#include "reports/impressio_agenda.h"
+#include "reports/llista_feines.h"
+#include "reports/previsualitzacio_dialog.h"
 
 namespace {
+
+// The agenda's print buttons and the job editor's, each through the print preview.
+void connectaImpressions(frmMain &finestra, AgendaPage &pagina)
+{
+    Sessio &sessio = finestra.sessio();
+    Interaccio &ui = finestra.interaccio();
+    ControladorAgenda &ctl = pagina.controlador();
+    QObject::connect(&pagina, &AgendaPage::imprimeixFeines, &pagina, [&sessio, &ui, &ctl, &pagina](const QString &recurs) {
+        const EstatAgenda estat = ctl.estat();
+        previsualitzaInforme(&pagina, ui, titolLlistaFeines(estat, recurs), [&sessio, estat, recurs](Impressora &imp) {
+            Imprimeix_Feines(imp, sessio.db(), sessio.cfg().PosicioSaltPagina, estat, recurs);
+        });
+    });
+    QObject::connect(&pagina, &AgendaPage::imprimeixAgenda, &pagina, [&sessio, &ui, &ctl, &pagina] {
+        previsualitzaInforme(&pagina, ui, Tradueix("Agenda"), [&sessio, &ctl](Impressora &imp) {
+            Imprimeix_Agenda(imp, ctl.model(), sessio.cfg().PosicioSaltPagina, producte::nom(), QDate::currentDate());
+        });
+    });
+    QObject::connect(&pagina, &AgendaPage::imprimeixDetallFeina, &pagina,
+                     [&sessio, &ui](const EditorFeina &editor, QWidget *pare) {
+                         previsualitzaInforme(pare, ui, Tradueix("Detall de la feina nro.:") + QLatin1Char(' ')
+                                                            + QString::number(editor.id()),
+                                              [&sessio, &editor](Impressora &imp) {
+                                                  Imprimeix_Detall_Feina(imp, editor, sessio.cfg().PosicioSaltPagina);
+                                              });
+                     });
+}
 
 // The agenda tab: the planning's log goes to the message window and the last planned day to the
 // status bar.
@@ -19,6 +53,7 @@ AgendaPage *posaAgenda(frmMain &finestra)
     ctl.registrePlanificacio = [f]() -> RegistreSortida * { return f->missatges(); };
     ctl.alPlanificar = [f](const QDate &d) { f->actualitzaUltimDiaPlanificat(d); };
     finestra.posaPagina(frmMain::Agenda, pagina);
+    connectaImpressions(finestra, *pagina);
     return pagina;
 }
 

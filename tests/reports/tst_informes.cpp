@@ -1,0 +1,350 @@
+// The reports on a small seeded database, through the recorder. Each golden case compares the
+// whole drawing (rounded twips, texts, fonts) with tests/reports/dibuixos/<case>.txt, so a change
+// of layout shows as a readable diff. After a deliberate change of layout, regenerate them with
+//     QUADRELLA_REGENERA_DIBUIXOS=1 ctest -R tst_informes
+// and review the diff before committing it.
+//
+// Beside the goldens: which jobs a resource's list holds (groups both ways, the calendar month),
+// long lists that break between entries, and the overtime clean-up before the report is read.
+#include "agenda/agenda_model.h"
+#include "agenda/editor_feina.h"
+#include "core/formats.h"
+#include "jobs/carrega_feina.h"
+#include "jobs/motor_feines.h"
+#include "reports/detall_feina.h"
+#include "reports/impressio_agenda.h"
+#include "reports/impressora_registre.h"
+#include "reports/informe_hores.h"
+#include "reports/llista_feines.h"
+#include "support/entorn_proves.h"
+
+#include <QtTest>
+#include <functional>
+
+namespace {
+
+const QDate kAvui(2031, 3, 5); // a Wednesday
+
+// Anna and Bernat, both members of the group Equip Nord; Carla on her own.
+void sembra(Db &db)
+{
+    dades_prova::recurs(db, QStringLiteral("Anna"), 0x00ffff);
+    dades_prova::recurs(db, QStringLiteral("Bernat"), 0xff8000);
+    dades_prova::recurs(db, QStringLiteral("Carla"), 0x80ff80);
+    dades_prova::grup(db, QStringLiteral("Equip Nord"), 0x8080ff, {QStringLiteral("Anna"), QStringLiteral("Bernat")});
+    dades_prova::servei(db, QStringLiteral("Neteja"), 60, false, 15.5, QStringLiteral("Hores"), QStringLiteral("Neteja general"));
+    dades_prova::servei(db, QStringLiteral("Vidres"), 30, false, 2.25, QStringLiteral("m2"), QStringLiteral("Vidres"));
+    dades_prova::lloc(db, QStringLiteral("Escola Sol"), 60);
+    dades_prova::lloc(db, QStringLiteral("Casa L'Estel"), 120);
+    const int primera = dades_prova::feina(db, QStringLiteral("Escola Sol"), QDate(2031, 3, 3), "08:00", "10:00", "Anna", true);
+    db.query(QStringLiteral("UPDATE Feines SET feines_observacions = ? WHERE feines_id = ?"))
+        .bind(QStringLiteral("Porteu la clau del cancell")).bind(primera).exec();
+    dades_prova::feina(db, QStringLiteral("Casa L'Estel"), QDate(2031, 3, 4), "09:00", "11:00", "Equip Nord");
+    dades_prova::feina(db, QStringLiteral("Escola Sol"), QDate(2031, 3, 4), "07:00", "08:00", "Anna");
+    dades_prova::feina(db, QStringLiteral("Escola Sol"), QDate(2031, 3, 5), "08:00", "09:00", "Bernat");
+    dades_prova::feina(db, QStringLiteral("Casa L'Estel"), QDate(2031, 3, 6), "10:00", "11:00", "Carla");
+    // In the month grid of March, outside March.
+    dades_prova::feina(db, QStringLiteral("Escola Sol"), QDate(2031, 2, 28), "08:00", "09:00", "Anna");
+    dades_prova::feina(db, QStringLiteral("Casa L'Estel"), QDate(2031, 4, 1), "08:00", "09:00", "Equip Nord");
+    for (const auto &[servei, descripcio, quantitat, unitat, preu] :
+         {std::tuple{"Neteja", "Neteja general", 2.0, "Hores", 15.5}, std::tuple{"Vidres", "Vidres de l'entrada", 12.5, "m2", 2.25}})
+        db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio,"
+                                " feines_detall_quantitat, feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)"))
+            .bind(primera).bind(QString::fromUtf8(servei)).bind(QString::fromUtf8(descripcio)).bind(quantitat)
+            .bind(QString::fromUtf8(unitat)).bind(preu).exec();
+}
+
+void hores(Db &db, const QString &recurs, const QDate &dia, double quantitat)
+{
+    db.query(QStringLiteral("INSERT INTO Hores_Fetes (recursos_nom, hores_data, hores_quantitat) VALUES (?, ?, ?)"))
+        .bind(recurs).bind(dia).bind(quantitat).exec();
+}
+
+// The places and dates of a list, "dd/mm place".
+QStringList resum(const QList<FeinaLlista> &feines)
+{
+    QStringList r;
+    for (const FeinaLlista &f : feines)
+        r << f.data.toString(QStringLiteral("dd/MM")) + QLatin1Char(' ') + f.inici + QLatin1Char(' ') + f.lloc;
+    return r;
+}
+
+using Dibuix = std::function<void(BaseProva &, Impressora &)>;
+
+void comparaAmbFitxer(const QString &cas, const QString &actual)
+{
+    const QString fitxer = QStringLiteral(QUADRELLA_SOURCE_DIR "/tests/reports/dibuixos/") + cas + QStringLiteral(".txt");
+    if (qEnvironmentVariableIsSet("QUADRELLA_REGENERA_DIBUIXOS")) {
+        QFile f(fitxer);
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(actual.toUtf8());
+        qWarning("%s rewritten", qPrintable(fitxer));
+        return;
+    }
+    QFile f(fitxer);
+    QVERIFY2(f.open(QIODevice::ReadOnly), qPrintable(fitxer + QStringLiteral(" is missing (see the top of this file)")));
+    const QString esperat = QString::fromUtf8(f.readAll());
+    if (esperat == actual)
+        return;
+    const QString copia = QDir::temp().filePath(QStringLiteral("quadrella-") + cas + QStringLiteral(".txt"));
+    QFile sortida(copia);
+    if (sortida.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        sortida.write(actual.toUtf8());
+    const QStringList a = esperat.split(QLatin1Char('\n')), b = actual.split(QLatin1Char('\n'));
+    int i = 0;
+    while (i < a.size() && i < b.size() && a[i] == b[i])
+        ++i;
+    QFAIL(qPrintable(QStringLiteral("%1: line %2 differs\n  expected: %3\n  actual:   %4\n  diff -u %5 %6")
+                         .arg(cas).arg(i + 1).arg(a.value(i), b.value(i), fitxer, copia)));
+}
+
+} // namespace
+
+class TestInformes : public QObject {
+    Q_OBJECT
+
+private slots:
+    void goldenDrawings_data()
+    {
+        QTest::addColumn<Dibuix>("dibuix");
+        QTest::newRow("llista_setmana_treballador") << Dibuix([](BaseProva &b, Impressora &imp) {
+            Imprimeix_Feines(imp, b.db, 14500, EstatAgenda(VistaAgenda::Setmana, kAvui, 2), QStringLiteral("Anna"));
+        });
+        QTest::newRow("llista_mes_grup") << Dibuix([](BaseProva &b, Impressora &imp) {
+            Imprimeix_Feines(imp, b.db, 14500, EstatAgenda(VistaAgenda::Mes, kAvui, 2), QStringLiteral("Equip Nord"));
+        });
+        QTest::newRow("detall_feina") << Dibuix([](BaseProva &b, Impressora &imp) {
+            MotorFeines motor(b.db, b.cfg);
+            InteraccioGuio ui;
+            EditorFeina editor(b.db, b.cfg, motor, ui);
+            Feina f;
+            QVERIFY(carregaFeina(b.db, 1, f));
+            editor.carrega(f);
+            Imprimeix_Detall_Feina(imp, editor, 14500);
+        });
+        QTest::newRow("hores_mes") << Dibuix([](BaseProva &b, Impressora &imp) {
+            hores(b.db, QStringLiteral("Anna"), QDate(2031, 3, 3), 1.5);
+            hores(b.db, QStringLiteral("Bernat"), QDate(2031, 3, 4), 2.25);
+            hores(b.db, QStringLiteral("Bernat"), QDate(2031, 3, 5), 0.5);
+            Imprimeix_Hores(imp, b.db, 14500, QDate(2031, 3, 1));
+        });
+        QTest::newRow("hores_mes_buit") << Dibuix([](BaseProva &b, Impressora &imp) {
+            Imprimeix_Hores(imp, b.db, 14500, QDate(2031, 5, 1));
+        });
+        // A short day of hour-long slots keeps the grids small.
+        const auto agenda = [](VistaAgenda vista, const QDate &dia) {
+            return Dibuix([vista, dia](BaseProva &b, Impressora &imp) {
+                b.cfg.HoraInici = QStringLiteral("07:00");
+                b.cfg.HoraFinal = QStringLiteral("12:00");
+                b.cfg.MinutsCella = 60;
+                b.cfg.CellesDia = 5;
+                b.cfg.HoraIniciDinar = QStringLiteral("11:00");
+                b.cfg.HoraFinalDinar = QStringLiteral("12:00");
+                hores(b.db, QStringLiteral("Anna"), QDate(2031, 3, 4), 1.5);
+                ModelAgenda model(b.db, b.cfg);
+                model.setAvui(kAvui);
+                model.Construeix_Agenda(EstatAgenda(vista, dia, 2));
+                Imprimeix_Agenda(imp, model, 14500, QStringLiteral("Quadrella"), kAvui);
+            });
+        };
+        QTest::newRow("agenda_dia") << agenda(VistaAgenda::Dia, QDate(2031, 3, 4));
+        QTest::newRow("agenda_setmana") << agenda(VistaAgenda::Setmana, kAvui);
+        QTest::newRow("agenda_mes") << agenda(VistaAgenda::Mes, kAvui);
+    }
+
+    void goldenDrawings()
+    {
+        QFETCH(Dibuix, dibuix);
+        BaseProva b;
+        sembra(b.db);
+        ImpressoraRegistre imp;
+        dibuix(b, imp);
+        QVERIFY(imp.acabat());
+        comparaAmbFitxer(QString::fromUtf8(QTest::currentDataTag()), imp.text());
+    }
+
+    // A group's list holds the group's own jobs; a worker's, their own and their groups'. The
+    // month is the calendar's, not the grid's 42 days; the day list runs by start time.
+    void whichJobsAList_data()
+    {
+        QTest::addColumn<QString>("recurs");
+        QTest::addColumn<int>("vista");
+        QTest::addColumn<QDate>("dia");
+        QTest::addColumn<QStringList>("esperat");
+        const int mes = int(VistaAgenda::Mes), setmana = int(VistaAgenda::Setmana), dia = int(VistaAgenda::Dia);
+        QTest::newRow("worker, month") << "Anna" << mes << QDate(2031, 3, 20)
+                                       << QStringList{"03/03 08:00 Escola Sol", "04/03 07:00 Escola Sol", "04/03 09:00 Casa L'Estel"};
+        QTest::newRow("other member, month") << "bernat" << mes << QDate(2031, 3, 20)
+                                             << QStringList{"04/03 09:00 Casa L'Estel", "05/03 08:00 Escola Sol"};
+        QTest::newRow("group, month") << "Equip Nord" << mes << QDate(2031, 3, 20)
+                                      << QStringList{"04/03 09:00 Casa L'Estel"};
+        QTest::newRow("group, next month") << "Equip Nord" << mes << QDate(2031, 4, 2)
+                                           << QStringList{"01/04 08:00 Casa L'Estel"};
+        QTest::newRow("worker outside any group") << "Carla" << setmana << kAvui
+                                                  << QStringList{"06/03 10:00 Casa L'Estel"};
+        QTest::newRow("worker, week") << "Anna" << setmana << QDate(2031, 3, 9)
+                                      << QStringList{"03/03 08:00 Escola Sol", "04/03 07:00 Escola Sol", "04/03 09:00 Casa L'Estel"};
+        QTest::newRow("worker, week before") << "Anna" << setmana << QDate(2031, 3, 2)
+                                             << QStringList{"28/02 08:00 Escola Sol"};
+        QTest::newRow("worker, day") << "Anna" << dia << QDate(2031, 3, 4)
+                                     << QStringList{"04/03 07:00 Escola Sol", "04/03 09:00 Casa L'Estel"};
+        QTest::newRow("group, day") << "Equip Nord" << dia << QDate(2031, 3, 5) << QStringList{};
+    }
+
+    void whichJobsAList()
+    {
+        QFETCH(QString, recurs);
+        QFETCH(int, vista);
+        QFETCH(QDate, dia);
+        QFETCH(QStringList, esperat);
+        BaseProva b;
+        sembra(b.db);
+        QCOMPARE(resum(feinesLlista(b.db, EstatAgenda(VistaAgenda(vista), dia, 2), recurs)), esperat);
+    }
+
+    // A list longer than a page breaks between entries: a job's line and its notes stay on one
+    // page, every job appears once and in order; the overtime goes on over the page in its group.
+    void longListsBreakBetweenEntries()
+    {
+        BaseProva b;
+        sembra(b.db);
+        // A job and a quarter of an hour on each of March's first 24 days; a week of entries with no job.
+        for (int i = 0; i < 24; ++i) {
+            const QDate d = QDate(2031, 3, 1).addDays(i);
+            dades_prova::feina(b.db, QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0')), d, "08:00", "09:00", "Carla");
+            hores(b.db, QStringLiteral("Carla"), d, 0.25);
+            if (i < 7)
+                hores(b.db, QStringLiteral("Carla"), QDate(2031, 3, 25).addDays(i), 1.0);
+        }
+        ImpressoraRegistre llista;
+        Imprimeix_Feines(llista, b.db, 14500, EstatAgenda(VistaAgenda::Mes, QDate(2031, 3, 1), 2), QStringLiteral("Carla"));
+        QCOMPARE(llista.pagines().size(), 2);
+        QStringList llocs;
+        for (const PaginaDibuix &p : llista.pagines()) {
+            int linies = 0, notes = 0;
+            for (const ElementDibuix &e : p.elements) {
+                if (e.text.startsWith(QStringLiteral("Lloc ")) || e.text.startsWith(QStringLiteral("Casa"))) {
+                    llocs << e.text;
+                    ++linies;
+                    QVERIFY(e.y1 <= 14500);
+                }
+                notes += e.text == QStringLiteral("Notes:");
+            }
+            QCOMPARE(notes, linies);
+        }
+        QStringList esperat;
+        for (int i = 0; i < 24; ++i) {
+            esperat << QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0'));
+            if (i == 5)
+                esperat << QStringLiteral("Casa L'Estel"); // 6 March, after 08:00
+        }
+        QCOMPARE(llocs, esperat);
+
+        ImpressoraRegistre hores;
+        Imprimeix_Hores(hores, b.db, 8000, QDate(2031, 3, 1));
+        QCOMPARE(hores.pagines().size(), 2);
+        QVERIFY(hores.textos().contains(QStringLiteral("(Continuació)")));
+        QCOMPARE(hores.textos().filter(QStringLiteral("0,25 hores")).size(), 24);
+        QCOMPARE(hores.textos().last(), QStringLiteral("TOTAL MES 6,00 hores"));
+        for (const PaginaDibuix &p : hores.pagines())
+            for (const ElementDibuix &e : p.elements)
+                if (e.text.endsWith(QStringLiteral(" hores")) && !e.text.startsWith(QStringLiteral("T")))
+                    QVERIFY(e.y1 <= 8000);
+    }
+
+    // The agenda runs over as many pages as it needs: each page repeats the header line and the
+    // header row, and a job's block cut by a break is drawn, with its name, on both sides.
+    void agendaRunsOverPages()
+    {
+        BaseProva b;
+        sembra(b.db);
+        b.cfg.HoraInici = QStringLiteral("07:00");
+        b.cfg.HoraFinal = QStringLiteral("12:00");
+        b.cfg.MinutsCella = 60;
+        b.cfg.CellesDia = 5;
+        ModelAgenda model(b.db, b.cfg);
+        model.setAvui(kAvui);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Setmana, kAvui, 2));
+        ImpressoraRegistre imp;
+        // Room for one slot row per page.
+        Imprimeix_Agenda(imp, model, 1400, QStringLiteral("Quadrella"), kAvui);
+        QCOMPARE(imp.pagines().size(), 5);
+        QStringList blocs;
+        for (const PaginaDibuix &p : imp.pagines()) {
+            QStringList textos;
+            for (const ElementDibuix &e : p.elements)
+                textos << e.text;
+            QVERIFY(textos.filter(QStringLiteral("Agenda SETMANA del 03/03/2031 al 09/03/2031")).size() == 1);
+            QVERIFY(textos.contains(QStringLiteral("dilluns, 3")));
+            QVERIFY(textos.contains(QStringLiteral("diumenge, 9")));
+            QVERIFY(textos.contains(QStringLiteral("pàg. %1").arg(p.numero)));
+            QVERIFY(textos.contains(QStringLiteral("%1:00").arg(6 + p.numero, 2, 10, QLatin1Char('0'))));
+            if (textos.contains(QStringLiteral("Casa L'Estel")))
+                blocs << QString::number(p.numero);
+        }
+        QCOMPARE(blocs, (QStringList{"3", "4"})); // 09:00-11:00 on Tuesday
+    }
+
+    // A month day with more jobs than a page holds goes on over the next page: every job once,
+    // in order, and no line below where the page's body ends.
+    void crowdedMonthDayGoesOnOverPages()
+    {
+        BaseProva b;
+        sembra(b.db);
+        for (int i = 0; i < 60; ++i)
+            dades_prova::feina(b.db, QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0')), QDate(2031, 3, 12),
+                               hora::text(6 * 60 + i * 10), hora::text(6 * 60 + i * 10 + 10), "Carla");
+        ModelAgenda model(b.db, b.cfg);
+        model.setAvui(kAvui);
+        model.Construeix_Agenda(EstatAgenda(VistaAgenda::Mes, kAvui, 2));
+        ImpressoraRegistre imp;
+        Imprimeix_Agenda(imp, model, 6000, QStringLiteral("Quadrella"), kAvui);
+        QVERIFY(imp.pagines().size() >= 2);
+        QStringList llocs;
+        for (const PaginaDibuix &p : imp.pagines())
+            for (const ElementDibuix &e : p.elements)
+                if (e.text.contains(QStringLiteral(" Lloc "))) {
+                    llocs << e.text.section(QLatin1Char(' '), 1);
+                    QVERIFY(e.y1 + 150 < 6000 + 500);
+                }
+        QCOMPARE(llocs.size(), 60);
+        for (int i = 0; i < 60; ++i)
+            QCOMPARE(llocs[i], QStringLiteral("Lloc %1").arg(i, 2, 10, QLatin1Char('0')));
+    }
+
+    // The report runs the month's clean-up first: an entry stands only when its worker had a job
+    // that day, directly or through a group; other months are neither printed nor touched.
+    void overtimeCleanUpFirst_data()
+    {
+        QTest::addColumn<QString>("recurs");
+        QTest::addColumn<QDate>("dia");
+        QTest::addColumn<bool>("impresa");
+        QTest::addColumn<bool>("queda");
+        QTest::newRow("own job") << "Anna" << QDate(2031, 3, 3) << true << true;
+        QTest::newRow("group's job") << "Bernat" << QDate(2031, 3, 4) << true << true;
+        QTest::newRow("no job that day") << "Carla" << QDate(2031, 3, 3) << false << false;
+        QTest::newRow("the group itself") << "Equip Nord" << QDate(2031, 3, 4) << false << false; // its members work
+        QTest::newRow("first day") << "Carla" << QDate(2031, 3, 1) << false << false;
+        QTest::newRow("month before") << "Carla" << QDate(2031, 2, 28) << false << true;
+        QTest::newRow("month after") << "Carla" << QDate(2031, 4, 1) << false << true;
+    }
+
+    void overtimeCleanUpFirst()
+    {
+        QFETCH(QString, recurs);
+        QFETCH(QDate, dia);
+        QFETCH(bool, impresa);
+        QFETCH(bool, queda);
+        BaseProva b;
+        sembra(b.db);
+        hores(b.db, recurs, dia, 3.0);
+        ImpressoraRegistre imp;
+        Imprimeix_Hores(imp, b.db, 14500, QDate(2031, 3, 1));
+        QCOMPARE(imp.textos().contains(recurs), impresa);
+        QCOMPARE(imp.textos().last(), impresa ? QStringLiteral("TOTAL MES 3,00 hores") : QStringLiteral("TOTAL MES 0,00 hores"));
+        QCOMPARE(dades_prova::valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Hores_Fetes")), queda ? 1 : 0);
+    }
+};
+
+QTEST_MAIN(TestInformes)
+#include "tst_informes.moc"
