@@ -1,13 +1,16 @@
 // quadrella billing --month MM/YYYY [--client C] [--pending] [--json]
 // quadrella billing commit --month MM/YYYY --client C [--pdf FILE]
 #include "cli_facturacio.h"
+#include "cli_report.h"
 
 #include "billing/factura_client.h"
 #include "billing/facturacio.h"
+#include "billing/informe_factura.h"
 #include "billing/pagaments.h"
 #include "core/formats.h"
 #include "core/sessio.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -150,19 +153,25 @@ void construeix(Sessio &s, Facturacio &f, const QString &mes, const QString &cli
     f.Carrega_Facturacio(p);
 }
 
-int factura(ContextComanda &ctx, const QString &mes, const QString &nomClient, bool ambPdf)
+int factura(ContextComanda &ctx, const QString &mes, const QString &nomClient, const QString &pdf)
 {
-    if (ambPdf)
-        throw ErrorComanda(Tradueix("La impressió de les dades de facturació encara no està disponible: no s'ha facturat res."));
-
     Sessio &s = ctx.sessio();
     const QString client = cli_facturacio::client(s.db(), nomClient);
+    // A PDF that cannot be written is refused before anything is billed.
+    if (!pdf.isEmpty()) {
+        const QFileInfo desti(pdf);
+        if (desti.isDir() || !QFileInfo(desti.absolutePath()).isWritable() || (desti.exists() && !desti.isWritable()))
+            throw ErrorComanda(QStringLiteral("Error:%1: ").arg(pdf) + Tradueix("no es pot escriure; no s'ha facturat res."));
+    }
     Facturacio f(s.db(), s.cfg());
     construeix(s, f, mes, client, false);
     Callat callat;
     const ResultatFactura r = Factura_Client(f, callat);
     if (!r.fet)
         throw ErrorComanda(r.missatge);
+    // The commit has rebuilt the sheets: the invoice data prints what was billed.
+    if (!pdf.isEmpty())
+        escriuPdf(pdf, QStringLiteral("Dades de facturació"), [&f](Impressora &imp) { Imprimeix_Dades_Factura(imp, f); });
     if (ctx.json()) {
         QJsonObject o = facturacioJson(f);
         o.insert(QStringLiteral("feines_facturades"), r.feines);
@@ -192,7 +201,9 @@ int billingOrdre(ContextComanda &ctx, Arguments &args)
             throw ErrorUs(QStringLiteral("falta --client"));
         if (pendents)
             throw ErrorUs(QStringLiteral("--pending no és per a commit"));
-        return factura(ctx, mes, nomClient, ambPdf);
+        if (ambPdf && pdf.isEmpty())
+            throw ErrorUs(QStringLiteral("--pdf necessita un fitxer"));
+        return factura(ctx, mes, nomClient, pdf);
     }
     if (!sub.isEmpty())
         throw ErrorUs(QStringLiteral("subordre desconeguda '%1'").arg(sub));
@@ -214,6 +225,6 @@ REGISTRA_COMANDA(QStringLiteral("billing"),
                  QStringLiteral("billing --month MM/YYYY [--client C] [--pending] [--json]\n"
                                 "billing commit --month MM/YYYY --client C [--pdf FILE]"),
                  QStringLiteral("la facturació d'un mes (d'un client, o els xecs liquidats de tots); commit la registra"),
-                 billingOrdre);
+                 billingOrdre, true);
 
 } // namespace

@@ -26,6 +26,34 @@ QList<TipusInforme> &tipusInformes()
     return tipus;
 }
 
+// Writes the PDF through a temporary file: the file appears whole, or not at all.
+void escriuPdf(const QString &fitxer, const QString &titol, const Informe &informe)
+{
+    QSaveFile sortida(fitxer);
+    if (!sortida.open(QIODevice::WriteOnly))
+        throw ErrorComanda(QStringLiteral("Error:%1: %2").arg(fitxer, sortida.errorString()));
+    QString error;
+    {
+        QPdfWriter pdf(&sortida);
+        ImpressoraPainter::preparaA4(pdf);
+        pdf.setResolution(1200);
+        pdf.setTitle(titol);
+        pdf.setCreator(QStringLiteral("Quadrella"));
+        try {
+            ImpressoraPainter imp(&pdf);
+            error = executaInforme(imp, informe);
+        } catch (const std::exception &e) {
+            error = QStringLiteral("Error:") + QString::fromUtf8(e.what());
+        }
+    }
+    if (!error.isEmpty()) {
+        sortida.cancelWriting();
+        throw ErrorComanda(error);
+    }
+    if (!sortida.commit())
+        throw ErrorComanda(QStringLiteral("Error:%1: %2").arg(fitxer, sortida.errorString()));
+}
+
 namespace {
 
 // --view and --date of the agenda (the month view on today by default).
@@ -100,34 +128,6 @@ REGISTRA_INFORME(QStringLiteral("jobs"), QStringLiteral("--resource R [--view di
 REGISTRA_INFORME(QStringLiteral("job"), QStringLiteral("--id N"), feina, QStringLiteral("Feina"));
 REGISTRA_INFORME(QStringLiteral("agenda"), QStringLiteral("[--view dia|setmana|mes] [--date D]"), agenda,
                  QStringLiteral("Agenda"));
-
-// Writes the PDF through a temporary file: the file appears whole, or not at all.
-void escriuPdf(const QString &fitxer, const QString &titol, const Informe &informe)
-{
-    QSaveFile sortida(fitxer);
-    if (!sortida.open(QIODevice::WriteOnly))
-        throw ErrorComanda(QStringLiteral("Error:%1: %2").arg(fitxer, sortida.errorString()));
-    QString error;
-    {
-        QPdfWriter pdf(&sortida);
-        ImpressoraPainter::preparaA4(pdf);
-        pdf.setResolution(1200);
-        pdf.setTitle(titol);
-        pdf.setCreator(QStringLiteral("Quadrella"));
-        try {
-            ImpressoraPainter imp(&pdf);
-            error = executaInforme(imp, informe);
-        } catch (const std::exception &e) {
-            error = QStringLiteral("Error:") + QString::fromUtf8(e.what());
-        }
-    }
-    if (!error.isEmpty()) {
-        sortida.cancelWriting();
-        throw ErrorComanda(error);
-    }
-    if (!sortida.commit())
-        throw ErrorComanda(QStringLiteral("Error:%1: %2").arg(fitxer, sortida.errorString()));
-}
 
 int reportOrdre(ContextComanda &ctx, Arguments &args)
 {

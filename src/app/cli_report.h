@@ -23,3 +23,7 @@ struct RegistreInforme {
 
 #define REGISTRA_INFORME(...) \
     static RegistreInforme REGISTRA_COMANDA_CONCAT(s_informe_, __LINE__)(TipusInforme{__VA_ARGS__})
+
+// Writes a report as a PDF through a temporary file: the file appears whole, or not at all.
+// ErrorComanda with the error's text when the report or the file fails.
+void escriuPdf(const QString &fitxer, const QString &titol, const Informe &informe);

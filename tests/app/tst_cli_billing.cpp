@@ -158,12 +158,18 @@ private slots:
         QCOMPARE(xecs[1].toObject().value("feines_id").toInt(), 0);
     }
 
-    // The commit answers with the rebuilt sheets; asking for its PDF bills nothing yet.
+    // The commit answers with the rebuilt sheets; a PDF that cannot be written bills nothing, one
+    // that can holds the invoice data of what was billed.
     void factura()
     {
-        Sortida s = run({"billing", "commit", "--month", "03/2009", "--client", "L'Estel", "--pdf", "f.pdf"});
+        const QString mal = m_dir->path() + QStringLiteral("/no/hi/es/f.pdf");
+        Sortida s = run({"billing", "commit", "--month", "03/2009", "--client", "L'Estel", "--pdf", mal});
         QCOMPARE(s.codi, 1);
         QCOMPARE(taula("SELECT COUNT(*) FROM Feines WHERE feines_data_factura IS NOT NULL"), QStringList{"0"});
+        const QString pdf = m_dir->path() + QStringLiteral("/f.pdf");
+        s = run({"billing", "commit", "--month", "03/2009", "--client", "L'Estel", "--pdf", pdf});
+        QCOMPARE(s.codi, 0);
+        QVERIFY(QFileInfo(pdf).size() > 0);
         s = run({"billing", "commit", "--month", "03/2009", "--client", "L'Estel", "--json"});
         QCOMPARE(s.codi, 0);
         const QJsonObject o = s.json().object();

@@ -82,6 +82,9 @@ private slots:
         QTest::newRow("jobs") << QStringList{"report", "jobs", "--resource", "marta", "--view", "setmana"};
         QTest::newRow("job") << QStringList{"report", "job", "--id", "1"};
         QTest::newRow("agenda") << QStringList{"report", "agenda", "--view", "dia", "--date", "2009-12-01"};
+        QTest::newRow("invoice") << QStringList{"report", "invoice", "--client", "Client Particular", "--month", "12/2009"};
+        QTest::newRow("summary") << QStringList{"report", "summary", "--month", "12/2009"};
+        QTest::newRow("vouchers") << QStringList{"report", "vouchers", "--month", "12/2009"};
     }
 
     void jsonOfEachKind()
