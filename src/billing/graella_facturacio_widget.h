@@ -4,28 +4,9 @@
 // hidden texts left undrawn, and hands the keys and double clicks on a row to the page. The
 // widths of the columns are the sheet's own, scaled to the space the window gives.
 
-#include <QAbstractTableModel>
+#include "graella_facturacio_taula.h"
+
 #include <QTableView>
-
-class GraellaFacturacio;
-
-class ModelTaulaFacturacio : public QAbstractTableModel {
-    Q_OBJECT
-public:
-    explicit ModelTaulaFacturacio(const GraellaFacturacio &graella, QObject *parent = nullptr);
-
-    // Call after every build of the sheet.
-    void refresca();
-
-    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
-    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
-    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
-
-private:
-    const GraellaFacturacio &m_graella;
-    int m_files = 0;
-};
 
 class GraellaFacturacioWidget : public QTableView {
     Q_OBJECT

@@ -236,7 +236,6 @@ private slots:
         QCOMPARE(m_page->TotalXecs->text(), t.TotalXecs);
         QCOMPARE(m_page->TotalFacturar->text(), t.TotalFacturar);
         QVERIFY(!t.TotalServeis.isEmpty());
-        desaCaptura(m_page.get(), "facturacio_client");
     }
 
     // Keys and double clicks on the job sheet's rows: what reaches the database, the editor, the
