@@ -1,5 +1,5 @@
 // quadrella agenda [--view dia|setmana|mes] [--date D] [--json]
-#include "linia_comandes.h"
+#include "cli_agenda.h"
 
 #include "agenda/agenda_model.h"
 #include "core/formats.h"
@@ -102,19 +102,13 @@ void escriuGraella(QTextStream &o, const ModelAgenda &m)
 
 int agendaOrdre(ContextComanda &ctx, Arguments &args)
 {
-    VistaAgenda vista = VistaAgenda::Mes;
-    QString text;
-    if (args.option(QStringLiteral("--view"), &text) && !llegeixVista(text, &vista))
-        throw ErrorUs(QStringLiteral("--view: ") + text);
-    QDate dia = QDate::currentDate();
-    if (args.option(QStringLiteral("--date"), &text))
-        dia = Arguments::date(text, QStringLiteral("--date"));
+    const EstatAgenda estat = estatAgenda(ctx, args);
     args.finish();
 
     Sessio &s = ctx.sessio();
     ModelAgenda model(s.db(), s.cfg());
     try {
-        model.Construeix_Agenda(EstatAgenda(vista, dia, s.cfg().PrimerDiaSetmana));
+        model.Construeix_Agenda(estat);
     } catch (const DbError &e) {
         throw ErrorComanda(QStringLiteral("Error:") + e.text());
     }
@@ -130,3 +124,15 @@ REGISTRA_COMANDA(QStringLiteral("agenda"), QStringLiteral("agenda [--view dia|se
                  QStringLiteral("mostra la graella de l'agenda d'una vista i una data"), agendaOrdre);
 
 } // namespace
+
+EstatAgenda estatAgenda(ContextComanda &ctx, Arguments &args)
+{
+    VistaAgenda vista = VistaAgenda::Mes;
+    QString text;
+    if (args.option(QStringLiteral("--view"), &text) && !llegeixVista(text, &vista))
+        throw ErrorUs(QStringLiteral("--view: ") + text);
+    QDate dia = QDate::currentDate();
+    if (args.option(QStringLiteral("--date"), &text))
+        dia = Arguments::date(text, QStringLiteral("--date"));
+    return EstatAgenda(vista, dia, ctx.sessio().cfg().PrimerDiaSetmana);
+}

@@ -151,19 +151,8 @@ int busca(ContextComanda &ctx, Arguments &args)
 
 int jobOrdre(ContextComanda &ctx, Arguments &args)
 {
-    const QString sub = args.nextPositional();
-    if (sub == QLatin1String("add"))
-        return afegeix(ctx, args);
-    if (sub == QLatin1String("modify"))
-        return modifica(ctx, args);
-    if (sub == QLatin1String("delete"))
-        return esborra(ctx, args);
-    if (sub == QLatin1String("show"))
-        return mostra(ctx, args);
-    if (sub == QLatin1String("find"))
-        return busca(ctx, args);
-    throw ErrorUs(sub.isEmpty() ? QStringLiteral("falta la subordre (add, modify, delete, show, find)")
-                                : QStringLiteral("subordre desconeguda '%1'").arg(sub));
+    return executaSubordre(ctx, args, {{"add", afegeix}, {"modify", modifica}, {"delete", esborra},
+                                       {"show", mostra}, {"find", busca}});
 }
 
 REGISTRA_COMANDA(QStringLiteral("job"),

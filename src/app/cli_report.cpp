@@ -1,6 +1,7 @@
 // quadrella report KIND ... (--pdf FILE | --json), and the kinds of the agenda and the reports:
 // overtime, jobs, job, agenda.
 #include "cli_report.h"
+#include "cli_agenda.h"
 
 #include "agenda/agenda_model.h"
 #include "agenda/editor_feina.h"
@@ -55,19 +56,6 @@ void escriuPdf(const QString &fitxer, const QString &titol, const Informe &infor
 }
 
 namespace {
-
-// --view and --date of the agenda (the month view on today by default).
-EstatAgenda estatAgenda(ContextComanda &ctx, Arguments &args)
-{
-    VistaAgenda vista = VistaAgenda::Mes;
-    QString text;
-    if (args.option(QStringLiteral("--view"), &text) && !llegeixVista(text, &vista))
-        throw ErrorUs(QStringLiteral("--view: ") + text);
-    QDate dia = QDate::currentDate();
-    if (args.option(QStringLiteral("--date"), &text))
-        dia = Arguments::date(text, QStringLiteral("--date"));
-    return EstatAgenda(vista, dia, ctx.sessio().cfg().PrimerDiaSetmana);
-}
 
 Informe hores(ContextComanda &ctx, Arguments &args)
 {

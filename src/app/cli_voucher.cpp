@@ -154,17 +154,7 @@ int esborra(ContextComanda &ctx, Arguments &args)
 
 int voucherOrdre(ContextComanda &ctx, Arguments &args)
 {
-    const QString sub = args.nextPositional();
-    if (sub == QLatin1String("list"))
-        return llista(ctx, args);
-    if (sub == QLatin1String("add"))
-        return afegeix(ctx, args);
-    if (sub == QLatin1String("modify"))
-        return modifica(ctx, args);
-    if (sub == QLatin1String("delete"))
-        return esborra(ctx, args);
-    throw ErrorUs(sub.isEmpty() ? QStringLiteral("falta la subordre (list, add, modify, delete)")
-                                : QStringLiteral("subordre desconeguda '%1'").arg(sub));
+    return executaSubordre(ctx, args, {{"list", llista}, {"add", afegeix}, {"modify", modifica}, {"delete", esborra}});
 }
 
 REGISTRA_COMANDA(QStringLiteral("voucher"),

@@ -135,6 +135,19 @@ QString Arguments::required(const QString &name)
     return v;
 }
 
+int executaSubordre(ContextComanda &ctx, Arguments &args, std::initializer_list<Subordre> subordres)
+{
+    const QString sub = args.nextPositional();
+    QStringList noms;
+    for (const Subordre &s : subordres) {
+        if (sub == QLatin1String(s.nom))
+            return s.executa(ctx, args);
+        noms << QLatin1String(s.nom);
+    }
+    throw ErrorUs(sub.isEmpty() ? QStringLiteral("falta la subordre (%1)").arg(noms.join(QStringLiteral(", ")))
+                                : QStringLiteral("subordre desconeguda '%1'").arg(sub));
+}
+
 QString Arguments::nextPositional()
 {
     for (int i = 0; i < m_args.size(); ++i) {

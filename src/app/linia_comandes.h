@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QTextStream>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <stdexcept>
 
@@ -112,6 +113,14 @@ struct Comanda {
 };
 
 QList<Comanda> &comandesRegistrades();
+
+// A command made of subcommands ("job add", "voucher list"...): runs the one named by the next
+// word, or throws ErrorUs naming the subcommands it knows.
+struct Subordre {
+    const char *nom;
+    int (*executa)(ContextComanda &, Arguments &);
+};
+int executaSubordre(ContextComanda &ctx, Arguments &args, std::initializer_list<Subordre> subordres);
 
 struct RegistreComanda {
     explicit RegistreComanda(Comanda c) { comandesRegistrades().append(std::move(c)); }
