@@ -65,7 +65,8 @@ class TestAgendaPage : public QObject {
     ControladorAgenda &ctl() { return m_page->controlador(); }
     const ModelAgenda &model() { return m_page->controlador().model(); }
 
-    // Every body cell, header and the overtime row as drawn, against the model.
+    // The table over the model's item model (whose roles are the model's test): the blocks
+    // merged as the model says, the headers, and the overtime row under the day view.
     void comprovaDibuix()
     {
         AgendaGridWidget *g = m_page->AgendaGrid;
@@ -82,18 +83,8 @@ class TestAgendaPage : public QObject {
                     blocs += cella.filesFusionades > 1 ? 1 : 0;
                 }
                 QCOMPARE(g->columnSpan(r - 1, c - 1), 1);
-                const QModelIndex i = g->model()->index(r - 1, c - 1);
-                const QVariant fons = i.data(Qt::BackgroundRole);
-                if (cella.fons == SenseColor)
-                    QVERIFY(!fons.isValid());
-                else
-                    QCOMPARE(fons.value<QBrush>().color(), ModelTaulaAgenda::colorQt(cella.fons));
-                QCOMPARE(i.data(Qt::FontRole).value<QFont>().bold(), cella.negreta);
-                QCOMPARE(i.data(Qt::FontRole).value<QFont>().underline(), cella.subratllat);
             }
         }
-        for (int r = 1; r < m.files(); ++r)
-            QCOMPARE(g->model()->headerData(r - 1, Qt::Vertical).toString(), m.text(r, 0));
         if (m.vista() != VistaAgenda::Mes)
             QVERIFY(blocs > 0);
         // the header row and column stay in place: they are the table's own headers

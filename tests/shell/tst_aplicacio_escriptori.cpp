@@ -103,7 +103,6 @@ private slots:
         QVERIFY(app.inicia());
         // No settings file: it is written with every default and the language list.
         QVERIFY(QFileInfo::exists(directori_dades::fitxerIni(dir.path())));
-        QCOMPARE(app.sessio()->cfg().CellesDia, 48);
         QCOMPARE(idiomes, QStringList({"(CT) Català", "(ES) Castellano", "(EN) English"}));
         QVERIFY(app.splash() && app.splash()->isVisible());
         ComptaMostres mostres;
