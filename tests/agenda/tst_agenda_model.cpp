@@ -9,7 +9,6 @@
 #include <QAbstractItemModelTester>
 #include <QFont>
 #include <QtTest>
-#include <sqlite3.h>
 
 namespace {
 
@@ -39,12 +38,6 @@ QList<int> columnesAmb(const ModelAgenda &m, const QString &text)
             cols << c;
     }
     return cols;
-}
-
-int comptaConsultes(unsigned, void *ctx, void *, void *)
-{
-    ++*static_cast<int *>(ctx);
-    return 0;
 }
 
 } // namespace
@@ -426,19 +419,12 @@ private slots:
     {
         for (int i = 0; i < 6; ++i)
             dades_prova::feina(db(), "Escola", kDimecres.addDays(i - 2), "09:00", "10:00", i % 2 ? "Anna" : "Equip");
-        int consultes = 0;
-        sqlite3 *h = dades_prova::handle(db());
-        QVERIFY(h);
         auto m = std::make_unique<ModelAgenda>(db(), cfg());
         m->setAvui(kDimecres);
         const QList<QPair<VistaAgenda, int>> casos = {{VistaAgenda::Dia, 2}, {VistaAgenda::Setmana, 1}, {VistaAgenda::Mes, 1}};
-        for (const auto &[vista, esperades] : casos) {
-            consultes = 0;
-            sqlite3_trace_v2(h, SQLITE_TRACE_STMT, comptaConsultes, &consultes);
-            m->Construeix_Agenda(EstatAgenda(vista, kDimecres, cfg().PrimerDiaSetmana));
-            sqlite3_trace_v2(h, 0, nullptr, nullptr);
-            QCOMPARE(consultes, esperades);
-        }
+        for (const auto &[vista, esperades] : casos)
+            QCOMPARE(dades_prova::sentencies(db(), [&] { m->Construeix_Agenda(EstatAgenda(vista, kDimecres, cfg().PrimerDiaSetmana)); }),
+                     esperades);
     }
 
     // The item model a table view reads: body cells as items, the grid's header row and column

@@ -14,57 +14,42 @@
 
 #include <QAbstractButton>
 #include <QCalendarWidget>
-#include <QToolButton>
 #include <QDir>
 #include <QHeaderView>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
 
-// Workers, a team and places in the office's usual day, stored through the job engine.
+// Two workers and their team at three places, Monday to Saturday, stored through the job engine;
+// Biel has overtime on Wednesday.
 void afegeixSetmanaFeinera(Sessio &s, const QDate &dilluns)
 {
     Db &db = s.db();
-    dades_prova::recurs(db, "Anna", 0x00F5D7A8);   // light blue
-    dades_prova::recurs(db, "Biel", 0x00B5E6B8);   // light green
-    dades_prova::recurs(db, "Carla", 0x0090C8F8);  // peach
-    dades_prova::recurs(db, "Dani", 0x00707020, false); // dark teal
+    dades_prova::recurs(db, "Anna", 0x00F5D7A8);
+    dades_prova::recurs(db, "Biel", 0x00B5E6B8);
     dades_prova::grup(db, "Equip Nord", 0x00E0B0D8, {"Anna", "Biel"});
-    const QStringList llocs = {"Biblioteca", "Escola Pia", "Farmàcia Puig", "Forn Vell", "Gimnàs", "Hotel Miramar",
-                               "Museu", "Notaria", "Oficines Sol", "Parròquia"};
+    const QStringList llocs = {"Biblioteca", "Escola Pia", "Museu"};
     for (const QString &l : llocs)
         dades_prova::lloc(db, l, 60);
     MotorFeines motor(db, s.cfg());
-    auto feina = [&](const QString &lloc, const QDate &dia, const QString &inici, const QString &recurs) {
-        Feina f;
-        f.llocs_nom = lloc;
-        f.feines_data = dia;
-        f.feines_hora_inici = inici;
-        f.recursos_nom = recurs;
-        motor.Grava_Feina(f, false);
-        return f.feines_id;
-    };
     for (int d = 0; d < 6; ++d) {
-        const QDate dia = dilluns.addDays(d);
-        feina(llocs[d % 10], dia, "08:00", "Anna");
-        feina(llocs[(d + 1) % 10], dia, "09:30", "Biel");
-        feina(llocs[(d + 2) % 10], dia, "11:00", "Equip Nord");
-        feina(llocs[(d + 3) % 10], dia, "15:00", "Carla");
-        feina(llocs[(d + 4) % 10], dia, "10:00", "");
-        if (d % 2 == 0)
-            feina(llocs[(d + 5) % 10], dia, "16:30", "Dani");
+        for (const auto &[inici, recurs] : {std::pair{"08:00", "Anna"}, {"09:30", "Biel"}, {"11:00", "Equip Nord"}}) {
+            Feina f;
+            f.llocs_nom = llocs[d % 3];
+            f.feines_data = dilluns.addDays(d);
+            f.feines_hora_inici = QString::fromLatin1(inici);
+            f.recursos_nom = QString::fromLatin1(recurs);
+            motor.Grava_Feina(f, false);
+        }
     }
-    // A second job of Carla on Wednesday overlapping her first: two columns in the day view.
-    feina("Notaria", dilluns.addDays(2), "15:30", "Carla");
-    db.query("UPDATE Feines SET feines_hora_fi = '17:00' WHERE llocs_nom = 'Oficines Sol'").exec();
     db.query("INSERT INTO Hores_Fetes (recursos_nom, hores_data, hores_quantitat) VALUES ('Biel', ?, 1.25)")
         .bind(dilluns.addDays(2)).exec();
 }
-
 
 } // namespace
 
@@ -80,7 +65,8 @@ class TestAgendaPage : public QObject {
     ControladorAgenda &ctl() { return m_page->controlador(); }
     const ModelAgenda &model() { return m_page->controlador().model(); }
 
-    // Every body cell, header and the overtime row as drawn, against the model.
+    // The table over the model's item model (whose roles are the model's test): the blocks
+    // merged as the model says, the headers, and the overtime row under the day view.
     void comprovaDibuix()
     {
         AgendaGridWidget *g = m_page->AgendaGrid;
@@ -97,18 +83,8 @@ class TestAgendaPage : public QObject {
                     blocs += cella.filesFusionades > 1 ? 1 : 0;
                 }
                 QCOMPARE(g->columnSpan(r - 1, c - 1), 1);
-                const QModelIndex i = g->model()->index(r - 1, c - 1);
-                const QVariant fons = i.data(Qt::BackgroundRole);
-                if (cella.fons == SenseColor)
-                    QVERIFY(!fons.isValid());
-                else
-                    QCOMPARE(fons.value<QBrush>().color(), ModelTaulaAgenda::colorQt(cella.fons));
-                QCOMPARE(i.data(Qt::FontRole).value<QFont>().bold(), cella.negreta);
-                QCOMPARE(i.data(Qt::FontRole).value<QFont>().underline(), cella.subratllat);
             }
         }
-        for (int r = 1; r < m.files(); ++r)
-            QCOMPARE(g->model()->headerData(r - 1, Qt::Vertical).toString(), m.text(r, 0));
         if (m.vista() != VistaAgenda::Mes)
             QVERIFY(blocs > 0);
         // the header row and column stay in place: they are the table's own headers

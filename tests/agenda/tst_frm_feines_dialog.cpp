@@ -1,24 +1,19 @@
 // The job editor window driven as a user drives it: it opens on a job, a service line is chosen,
 // typed and added, a line is taken out by clicking it, the done flag locks the fields, and
 // "Modificar" stores the job and its lines.
-#include "agenda/agenda_grid_widget.h"
-#include "agenda/agenda_page.h"
 #include "agenda/frm_feines_dialog.h"
-#include "agenda/hores_extres.h"
+#include "jobs/carrega_feina.h"
 #include "jobs/motor_feines.h"
 #include "support/entorn_proves.h"
+#include "support/formulari_proves.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTimer>
-#include <QToolButton>
 #include <QtTest>
-#include <functional>
 
 namespace {
 
@@ -46,41 +41,14 @@ struct Escenari {
                                 " feines_detall_unitat, feines_detall_preu_un) VALUES (?, 'Neteja', 'Servei de neteja', 2, 'Hores', 15)"))
             .bind(id).exec();
         db.query(QStringLiteral("UPDATE Feines SET feines_observacions = 'Porta del darrere' WHERE feines_id = ?")).bind(id).exec();
-        feina.feines_id = id;
-        feina.llocs_nom = QStringLiteral("Exemple oficina");
-        feina.feines_data = kAvui;
-        feina.feines_hora_inici = QStringLiteral("09:00");
-        feina.feines_hora_fi = QStringLiteral("10:00");
-        feina.recursos_nom = QStringLiteral("Marta");
+        carregaFeina(db, id, feina);
+        feina.feines_observacions.clear(); // the agenda's record carries no notes
     }
 };
 
-template <typename T>
-T *fill(QWidget &w, const char *nom)
-{
-    T *c = w.findChild<T *>(QString::fromLatin1(nom));
-    if (!c)
-        qFatal("missing control %s", nom);
-    return c;
-}
-
-// Runs `accio` on the job editor once it is the modal window in front (it runs its own event loop).
-void quanSObri(std::function<void(FrmFeinesDialog &)> accio)
-{
-    auto *t = new QTimer;
-    t->setInterval(20);
-    QObject::connect(t, &QTimer::timeout, t, [t, accio] {
-        if (auto *d = qobject_cast<FrmFeinesDialog *>(QApplication::activeModalWidget())) {
-            t->stop();
-            t->deleteLater();
-            accio(*d);
-        }
-    });
-    t->start();
-}
-
-
 } // namespace
+
+using formulari::fill;
 
 class TestFrmFeinesDialog : public QObject {
     Q_OBJECT
@@ -147,24 +115,12 @@ private slots:
         QVERIFY(!d.isVisible());
         QCOMPARE(e.feina.missatge, QStringLiteral("OK"));
 
-        Query q = e.base.db.query(QStringLiteral("SELECT feines_hora_inici, feines_hora_fi, recursos_nom, feines_observacions"
-                                                 " FROM Feines WHERE feines_id = ?"));
-        q.bind(e.id).exec();
-        QVERIFY(q.next());
-        QCOMPARE(q.text(0), QStringLiteral("09:00"));
-        QCOMPARE(q.text(1), QStringLiteral("12:00"));
-        QCOMPARE(q.text(2), QStringLiteral("Oriol"));
-        QCOMPARE(q.text(3), QStringLiteral("Clau nova"));
-        Query l = e.base.db.query(QStringLiteral("SELECT serveis_nom, feines_detall_descripcio, feines_detall_quantitat"
-                                                 " FROM Feines_Detall WHERE feines_id = ? ORDER BY serveis_nom"));
-        l.bind(e.id).exec();
-        QVERIFY(l.next());
-        QCOMPARE(l.text(0), QStringLiteral("Neteja"));
-        QCOMPARE(l.real(2), 3.0);
-        QVERIFY(l.next());
-        QCOMPARE(l.text(1), QStringLiteral("Finestres del pati"));
-        QCOMPARE(l.real(2), 4.0);
-        QVERIFY(!l.next());
+        QCOMPARE(dades_prova::files(e.base.db, "SELECT feines_hora_inici, feines_hora_fi, recursos_nom, feines_observacions"
+                                              " FROM Feines WHERE feines_id = ?", {e.id}),
+                 QStringList{"09:00|12:00|Oriol|Clau nova"});
+        QCOMPARE(dades_prova::files(e.base.db, "SELECT serveis_nom, feines_detall_descripcio, feines_detall_quantitat"
+                                              " FROM Feines_Detall WHERE feines_id = ? ORDER BY serveis_nom", {e.id}),
+                 (QStringList{"Neteja|Servei de neteja|3", "Vidres|Finestres del pati|4"}));
     }
 
     // The done flag locks the job's fields and lines but not itself nor the invoice date; the

@@ -69,7 +69,6 @@ private slots:
         QTest::newRow("hour slots") << QStringList{"08:30-09:30"} << true << kDissabte << "Cella=60" << 2.0;
         QTest::newRow("no jobs") << QStringList{} << true << kDissabte << "" << 0.0;
         QTest::newRow("slots ignore gaps") << ambBuit << true << kDimecres << "HoresDia=2" << 1.0;
-        QTest::newRow("span fills the gap") << ambBuit << false << kDimecres << "" << 0.0;
         QTest::newRow("span fills the gap, Saturday") << ambBuit << false << kDissabte << "" << 4.0;
         QTest::newRow("span skips lunch") << ambDinar << false << kDiumenge << "" << 7.5;
         QTest::newRow("span skips lunch, weekday") << ambDinar << false << kDimecres << "HoresDia=6" << 1.5;
@@ -212,13 +211,6 @@ private slots:
         QCOMPARE(ed.confirma(), QStringLiteral("0,75"));
         QCOMPARE(files(db), 2);
 
-        // A non-number commits as 0,00 and removes the day's row.
-        QVERIFY(ed.obre(marta, true));
-        ed.setText(QStringLiteral("una mica"));
-        QCOMPARE(ed.confirma(), QStringLiteral("0,00"));
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 0.0);
-        QCOMPARE(files(db), 1);
-
         // Outside the day view there is no overtime row.
         ModelAgenda setmana(db, b.cfg);
         setmana.Construeix_Agenda(EstatAgenda(VistaAgenda::Setmana, kDimecres, b.cfg.PrimerDiaSetmana));
@@ -248,8 +240,6 @@ private slots:
 
         // What the overtime cell makes of what was typed.
         QCOMPARE(textHores(QStringLiteral("1,555")), QStringLiteral("1,56"));
-        QCOMPARE(textHores(QStringLiteral("2.5")), QStringLiteral("2,50"));
-        QCOMPARE(textHores(QStringLiteral("1.234,5")), QStringLiteral("1.234,50"));
         QCOMPARE(textHores(QStringLiteral("molt")), QStringLiteral("0,00"));
         QCOMPARE(textHores(QString()), QStringLiteral("0,00"));
         QCOMPARE(valorHores(QStringLiteral("1.234,50")), 1234.5);

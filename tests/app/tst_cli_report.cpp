@@ -1,6 +1,8 @@
 // `quadrella report` on a data directory made by `init --sample`, run with no display at all:
 // usage errors and refusals with their exit codes, the drawing's JSON for every kind, and a PDF
 // whose text pdftotext can read back.
+#include "support/execucio_cli.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -9,35 +11,14 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-namespace {
-
-struct Resultat {
-    int codi;
-    QString out;
-    QString err;
-};
-
-} // namespace
-
 class TestCliReport : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_tmp;
     QString m_dir;
 
-    Resultat run(QStringList args)
-    {
-        args << QStringLiteral("--data-dir") << m_dir;
-        QProcess p;
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        for (const char *v : {"QUADRELLA_DIR", "QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
-            e.remove(QString::fromLatin1(v));
-        p.setProcessEnvironment(e);
-        p.start(QStringLiteral(QUADRELLA_EXECUTABLE), args);
-        if (!p.waitForFinished(60000))
-            qFatal("quadrella did not finish");
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
-    }
+    // No display at all: reports must draw without one.
+    SortidaCli run(const QStringList &args) { return executaCli(args, m_dir, entornSensePantalla()); }
 
 private slots:
     void initTestCase()
@@ -68,7 +49,7 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(int, codi);
         QFETCH(QString, missatge);
-        const Resultat r = run(args);
+        const SortidaCli r = run(args);
         QCOMPARE(r.codi, codi);
         QVERIFY2(r.err.contains(missatge), qPrintable(r.err));
         QVERIFY(r.out.isEmpty());
@@ -90,7 +71,7 @@ private slots:
     void jsonOfEachKind()
     {
         QFETCH(QStringList, args);
-        const Resultat r = run(args << "--json");
+        const SortidaCli r = run(args << "--json");
         QCOMPARE(r.codi, 0);
         const QJsonArray pagines = QJsonDocument::fromJson(r.out.toUtf8()).object().value("pages").toArray();
         QVERIFY(!pagines.isEmpty());
@@ -109,7 +90,7 @@ private slots:
         if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
             QSKIP("pdftotext (poppler-utils) is not installed");
         const QString pdf = m_tmp.filePath(QStringLiteral("feina.pdf"));
-        const Resultat r = run({"report", "job", "--id", "1", "--pdf", pdf});
+        const SortidaCli r = run({"report", "job", "--id", "1", "--pdf", pdf});
         QCOMPARE(r.codi, 0);
         QVERIFY(r.out.isEmpty());
         QProcess text;
@@ -121,7 +102,7 @@ private slots:
 
         // A file that cannot be written is a failure, and nothing is left behind.
         const QString mal = m_tmp.filePath(QStringLiteral("no/hi/es/feina.pdf"));
-        const Resultat e = run({"report", "job", "--id", "1", "--pdf", mal});
+        const SortidaCli e = run({"report", "job", "--id", "1", "--pdf", mal});
         QCOMPARE(e.codi, 1);
         QVERIFY(e.err.contains(QStringLiteral("Error:")));
         QVERIFY(!QFile::exists(mal));

@@ -135,9 +135,6 @@ private slots:
         QTest::addColumn<QString>("mostrat"); // the payment field afterwards
         QTest::newRow("thousandths round to the cent") << "" << "150,456" << 150.46 << "150.46" << "150,46";
         QTest::newRow("a half goes to the even cent") << "" << "0,125" << 0.12 << "0.12" << "0,12";
-        QTest::newRow("a half goes up to the even cent") << "" << "0,135" << 0.14 << "0.14" << "0,14";
-        QTest::newRow("thousands dots") << "" << "1.234,5" << 1234.5 << "1234.5" << "1.234,50";
-        QTest::newRow("a dot without a comma") << "20" << "99.9" << 99.9 << "99.9" << "99,90";
         QTest::newRow("zero removes the row") << "150.46" << "0" << 0.0 << "" << "";
         QTest::newRow("an empty field removes the row") << "100" << "  " << 0.0 << "" << "";
         QTest::newRow("zero with no row stores nothing") << "" << "0,00" << 0.0 << "" << "";

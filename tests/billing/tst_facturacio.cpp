@@ -12,7 +12,6 @@
 #include <QFont>
 #include <QtTest>
 #include <functional>
-#include <sqlite3.h>
 
 namespace {
 
@@ -292,12 +291,6 @@ const QList<Cas> &casos()
     return llista;
 }
 
-int comptaConsultes(unsigned, void *ctx, void *, void *)
-{
-    ++*static_cast<int *>(ctx);
-    return 0;
-}
-
 } // namespace
 
 class TestFacturacio : public QObject {
@@ -471,12 +464,8 @@ private slots:
         }
         d.xec(1, QStringLiteral("2009-01-01"));
         Facturacio f(base.db, base.cfg);
-        int consultes = 0;
-        sqlite3 *h = dades_prova::handle(base.db);
-        sqlite3_trace_v2(h, SQLITE_TRACE_STMT, comptaConsultes, &consultes);
-        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
-        sqlite3_trace_v2(h, 0, nullptr, nullptr);
-        QCOMPARE(consultes, 2);
+        QCOMPARE(dades_prova::sentencies(base.db, [&] { f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()}); }),
+                 2);
         QCOMPARE(f.FacturaGrid().files(), 60);
     }
 

@@ -7,6 +7,7 @@
 #include "billing/informe_factura.h"
 #include "billing/resum_facturacio.h"
 #include "reports/impressora_registre.h"
+#include "support/dibuix_esperat.h"
 #include "support/entorn_proves.h"
 
 #include <QtTest>
@@ -99,21 +100,6 @@ void factura(BaseProva &b, Impressora &imp, const QString &pagament)
 
 using Dibuix = std::function<void(BaseProva &, Mes &, Impressora &)>;
 
-void comparaAmbFitxer(const QString &cas, const QString &actual)
-{
-    const QString fitxer = QStringLiteral(QUADRELLA_SOURCE_DIR "/tests/billing/dibuixos/") + cas + QStringLiteral(".txt");
-    QFile f(fitxer);
-    if (qEnvironmentVariableIsSet("QUADRELLA_REGENERA_DIBUIXOS")) {
-        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(actual.toUtf8());
-        return;
-    }
-    QVERIFY2(f.open(QIODevice::ReadOnly), qPrintable(fitxer + QStringLiteral(" is missing (see the top of this file)")));
-    const QStringList a = QString::fromUtf8(f.readAll()).split(QLatin1Char('\n')), b = actual.split(QLatin1Char('\n'));
-    for (int i = 0; i < qMax(a.size(), b.size()); ++i)
-        QVERIFY2(a.value(i) == b.value(i), qPrintable(QStringLiteral("%1 line %2\n  expected: %3\n  actual:   %4")
-                                                          .arg(cas).arg(i + 1).arg(a.value(i), b.value(i))));
-}
 
 } // namespace
 
@@ -171,7 +157,7 @@ private slots:
         ImpressoraRegistre imp;
         dibuix(b, mes, imp);
         QVERIFY(imp.acabat());
-        comparaAmbFitxer(QString::fromUtf8(QTest::currentDataTag()), imp.text());
+        comparaAmbDibuix(QStringLiteral("billing"), QString::fromUtf8(QTest::currentDataTag()), imp.text());
         const QStringList textos = imp.textos();
         for (const QString &t : figures)
             QVERIFY2(textos.contains(t), qPrintable(t));

@@ -7,7 +7,6 @@
 #include "support/entorn_proves.h"
 #include "support/totes_referencies.h"
 
-#include <QJsonArray>
 #include <QtTest>
 #include <sqlite3.h>
 

@@ -58,9 +58,7 @@ private slots:
         QTest::addColumn<QString>("accepta");
 
         QTest::newRow("cell: letters") << Camp::MinutsCella << "deu" << "Cal introduir un valor no inferior a 10 minuts" << "";
-        QTest::newRow("cell: empty") << Camp::MinutsCella << "" << "Cal introduir un valor no inferior a 10 minuts" << "";
         QTest::newRow("cell: 9") << Camp::MinutsCella << "9" << "El valor no pot ser inferior a 10 minuts" << "";
-        QTest::newRow("cell: negative") << Camp::MinutsCella << "-30" << "El valor no pot ser inferior a 10 minuts" << "";
         QTest::newRow("cell: 10") << Camp::MinutsCella << "10" << "" << "10";
         QTest::newRow("cell: 45,4 rounds") << Camp::MinutsCella << " 45,4 " << "" << "45";
         QTest::newRow("cell: a day and more") << Camp::MinutsCella << "1500" << "El valor no pot ser superior a 1440 minuts" << "";
@@ -68,11 +66,9 @@ private slots:
         QTest::newRow("hours: letters") << Camp::HoresDia << "vuit" << "Cal introduir un valor no negatiu" << "";
         QTest::newRow("hours: negative") << Camp::HoresDia << "-1" << "No es pot introduir un valor negatiu" << "";
         QTest::newRow("hours: 7,5") << Camp::HoresDia << "7,5" << "" << "7,50";
-        QTest::newRow("hours: dot") << Camp::HoresDia << "7.25" << "" << "7,25";
         QTest::newRow("hours: 0") << Camp::HoresDia << "0" << "" << "0,00";
         QTest::newRow("hours: three decimals") << Camp::HoresDia << "8,257" << "" << "8,26";
 
-        QTest::newRow("voucher value: letters") << Camp::ValorXec << "x" << "Cal introduir un valor no negatiu" << "";
         QTest::newRow("voucher value: negative") << Camp::ValorXec << "-2" << "Cal introduir un valor no negatiu" << "";
         QTest::newRow("voucher value: 12") << Camp::ValorXec << "12" << "" << "12,00";
 
@@ -80,7 +76,6 @@ private slots:
         QTest::newRow("hour cost: -0") << Camp::CostHoraXec << "-0" << "" << "0,00";
         QTest::newRow("hour cost: -1,5") << Camp::CostHoraXec << "-1,5" << "" << "-1,50";
         QTest::newRow("hour cost: 2") << Camp::CostHoraXec << "2" << "Cal introduir un valor no positiu" << "";
-        QTest::newRow("hour cost: letters") << Camp::CostHoraXec << "menys" << "Cal introduir un valor no positiu" << "";
 
         QTest::newRow("max vouchers: letters") << Camp::MaxXecsMes << "dos" << "Cal introduir un valor enter no negatiu" << "";
         QTest::newRow("max vouchers: negative") << Camp::MaxXecsMes << "-1" << "No es pot introduir un valor negatiu" << "";
@@ -88,7 +83,6 @@ private slots:
 
         QTest::newRow("last day: not a date") << Camp::UltimDiaGen << "31/02/2009" << "Data incorrecta" << "";
         QTest::newRow("last day: ISO") << Camp::UltimDiaGen << "2009-03-01" << "" << "01/03/2009";
-        QTest::newRow("last day: short") << Camp::UltimDiaGen << "1/3/2009" << "" << "01/03/2009";
     }
 
     void fieldChecks()

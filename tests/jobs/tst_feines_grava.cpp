@@ -50,7 +50,6 @@ class TestFeinesGrava : public QObject {
         QTest::addColumn<bool>("solapa");
         QTest::newRow("ends as the other starts") << "08:00" << 60 << false;
         QTest::newRow("starts as the other ends") << "10:00" << 60 << false;
-        QTest::newRow("well before") << "06:00" << 60 << false;
         QTest::newRow("start inside") << "09:30" << 60 << true;
         QTest::newRow("end inside") << "08:30" << 60 << true;
         QTest::newRow("same start") << "09:00" << 30 << true;

@@ -59,8 +59,6 @@ private slots:
         QTest::newRow("last of May") << d(2009, 5, 10) << 0 << false << true << d(2009, 5, 31);
         QTest::newRow("last stays") << d(2009, 5, 31) << 0 << false << true << d(2009, 5, 31);
         QTest::newRow("last of February") << d(2009, 2, 1) << 0 << false << true << d(2009, 2, 28);
-        QTest::newRow("last of a leap February") << d(2008, 2, 3) << 0 << false << true << d(2008, 2, 29);
-        QTest::newRow("last of the year") << d(2009, 12, 31) << 0 << false << true << d(2009, 12, 31);
         // A weekday: the first such day on or after D, then the month's first or last of them.
         QTest::newRow("weekday only") << d(2009, 3, 4) << 2 << false << false << d(2009, 3, 9);
         QTest::newRow("weekday is D itself") << d(2009, 3, 4) << 4 << false << false << d(2009, 3, 4);
@@ -137,8 +135,6 @@ private slots:
         QTest::newRow("last day Sunday allowed") << mensual(false, true, 0, false, true) << d(2009, 5, 1)
                                                  << d(2009, 5, 31) << Dies{d(2009, 5, 31)};
         // 31 October 2009 is a Saturday.
-        QTest::newRow("last day Saturday") << mensual(false, true, 0, false, false) << d(2009, 10, 1)
-                                           << d(2009, 10, 31) << Dies{d(2009, 10, 30)};
         QTest::newRow("last day Saturday allowed") << mensual(false, true, 0, true, false) << d(2009, 10, 1)
                                                    << d(2009, 10, 31) << Dies{d(2009, 10, 31)};
         QTest::newRow("first Wednesday") << mensual(true, false, 4, false, false) << d(2009, 1, 1) << d(2009, 6, 30)
@@ -181,9 +177,6 @@ private slots:
         QTest::addColumn<QDate>("L");
         QTest::addColumn<int>("primerDia");
         QTest::addColumn<Dies>("dies");
-        QTest::newRow("weekly Monday after a Monday")
-            << cadaN(7, 2, false, false) << d(2009, 3, 2) << d(2009, 3, 3) << d(2009, 3, 31) << kDillunsPrimer
-            << Dies{d(2009, 3, 9), d(2009, 3, 16), d(2009, 3, 23), d(2009, 3, 30)};
         QTest::newRow("weekly Monday after a Wednesday")
             << cadaN(7, 2, false, false) << d(2009, 3, 4) << d(2009, 3, 5) << d(2009, 3, 31) << kDillunsPrimer
             << Dies{d(2009, 3, 9), d(2009, 3, 16), d(2009, 3, 23), d(2009, 3, 30)};

@@ -3,6 +3,7 @@
 // tell the other pages to refill.
 #include "masterdata/recursos_serveis_page.h"
 #include "mestres_proves.h"
+#include "support/formulari_proves.h"
 
 #include <QCheckBox>
 #include <QColor>
@@ -13,36 +14,10 @@
 #include <QtTest>
 
 using namespace dades_prova;
+using namespace formulari;
 
 class TestRecursosServeisPage : public QObject {
     Q_OBJECT
-
-    template <typename T>
-    static T *fill(QWidget &p, const char *nom)
-    {
-        T *w = p.findChild<T *>(QString::fromLatin1(nom));
-        if (!w)
-            qFatal("no widget %s", nom);
-        return w;
-    }
-
-    static void escriu(QWidget &p, const char *camp, const QString &text)
-    {
-        QLineEdit *c = fill<QLineEdit>(p, camp);
-        c->setFocus();
-        c->selectAll();
-        QTest::keyClick(c, Qt::Key_Delete);
-        QTest::keyClicks(c, text);
-    }
-
-    static void marca(QWidget &p, const char *nom)
-    {
-        QCheckBox *c = fill<QCheckBox>(p, nom);
-        c->setFocus();
-        QTest::keyClick(c, Qt::Key_Space);
-    }
-
-    static void prem(QWidget &p, const char *boto) { QTest::mouseClick(fill<QPushButton>(p, boto), Qt::LeftButton); }
 
     static void clica(QListWidget *llista, int fila)
     {

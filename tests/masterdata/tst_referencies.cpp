@@ -46,6 +46,9 @@ private slots:
         QTest::addColumn<QString>("nom");
         QTest::addColumn<QString>("nou");
         QTest::addColumn<QString>("columnes"); // "Taula.columna=rows ..." that must hold the new name
+        QTest::newRow("client, new case") << "client" << "Can Pep" << "CAN PEP"
+                                          << "Llocs.clients_nom=1 Xecs.clients_nom=1 Pagaments.clients_nom=1";
+        QTest::newRow("place") << "lloc" << "Oficina" << "L'Oficina nova" << "Feines.llocs_nom=2 Llocs_Serveis.llocs_nom=1";
         QTest::newRow("worker") << "recurs" << "Marta" << "Marta Puig"
                                 << "Feines.recursos_nom=1 Recursos_Components.recursos_component_nom=1 Llocs.recursos_nom=1 "
                                    "Hores_Fetes.recursos_nom=1";
@@ -80,6 +83,9 @@ private slots:
         const QString marta = QStringLiteral("DELETE FROM Feines; DELETE FROM Recursos_Components; "
                                              "UPDATE Llocs SET recursos_nom = NULL; DELETE FROM Hores_Fetes");
         const QString servei = QStringLiteral("DELETE FROM Llocs_Serveis; DELETE FROM Feines_Detall");
+        QTest::newRow("client with places") << "client" << "Can Pep" << "El client té llocs. No es pot eliminar" << "" << client;
+        QTest::newRow("place with jobs") << "lloc" << "OFICINA" << "El lloc té feines. No es pot eliminar" << ""
+                                         << "DELETE FROM Feines";
         QTest::newRow("client with vouchers") << "client" << "can pep" << "El client té xecs. No es pot eliminar" << "DELETE FROM Llocs" << client;
         QTest::newRow("client with payments") << "client" << "Can Pep" << "El client té pagaments a compte. No es pot eliminar"
                                               << "DELETE FROM Llocs; DELETE FROM Xecs" << client;

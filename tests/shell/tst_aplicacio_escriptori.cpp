@@ -103,7 +103,6 @@ private slots:
         QVERIFY(app.inicia());
         // No settings file: it is written with every default and the language list.
         QVERIFY(QFileInfo::exists(directori_dades::fitxerIni(dir.path())));
-        QCOMPARE(app.sessio()->cfg().CellesDia, 48);
         QCOMPARE(idiomes, QStringList({"(CT) Català", "(ES) Castellano", "(EN) English"}));
         QVERIFY(app.splash() && app.splash()->isVisible());
         ComptaMostres mostres;
@@ -174,8 +173,6 @@ private slots:
         QVERIFY(splash->isVisible());
         QVERIFY(!app.finestra()->isVisible());
         QCOMPARE(splash->lblVersion->text(), QString("v%1.%2").arg(QUADRELLA_VERSION_MAJOR).arg(QUADRELLA_VERSION_MINOR));
-        QCOMPARE(splash->lblProductName->text(), QString("Planificador de feines"));
-        QCOMPARE(splash->lblCompanyName->text(), QString("<no personalitzat>"));
 
         QTRY_VERIFY(app.finestra()->isVisible());
         QVERIFY(!app.splash());
@@ -208,23 +205,6 @@ private slots:
         QVERIFY(!app.sessio());
     }
 
-    void anUnreadableDatabaseStopsTheStartUp()
-    {
-        DirectoriProva dir;
-        dir.posaParametre("PrimeraExecucio", "0");
-        const QString bd = QDir(dir.path()).filePath("QuadrellaV01.db");
-        QFile::remove(bd);
-        QFile f(bd);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(8192, 'Q'));
-        f.close();
-        InteraccioGuio ui;
-        AplicacioEscriptori app(dir.path(), ui, opcions());
-        QVERIFY(!app.inicia());
-        QCOMPARE(ui.crides.size(), 1);
-        QVERIFY(ui.crides[0].text.startsWith("Error:"));
-        QVERIFY(!app.finestra());
-    }
 };
 
 QTEST_MAIN(TestAplicacioEscriptori)

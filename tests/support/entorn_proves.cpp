@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QSqlDriver>
 #include <QSqlRecord>
+#include <sqlite3.h>
 #include <stdexcept>
 
 // ---------------------------------------------------------------- DirectoriProva
@@ -162,6 +163,16 @@ sqlite3 *handle(Db &db)
     if (v.isValid() && qstrcmp(v.typeName(), "sqlite3*") == 0)
         return *static_cast<sqlite3 *const *>(v.constData());
     return nullptr;
+}
+
+int sentencies(Db &db, const std::function<void()> &feina)
+{
+    int n = 0;
+    sqlite3 *h = handle(db);
+    sqlite3_trace_v2(h, SQLITE_TRACE_STMT, [](unsigned, void *ctx, void *, void *) { return ++*static_cast<int *>(ctx), 0; }, &n);
+    feina();
+    sqlite3_trace_v2(h, 0, nullptr, nullptr);
+    return n;
 }
 
 } // namespace dades_prova

@@ -13,6 +13,7 @@
 #include <QList>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -81,6 +82,8 @@ QStringList files(Db &db, const QString &sql, const QVariantList &valors = {});
 qint64 valor(Db &db, const QString &sql, const QVariantList &valors = {});
 // The raw SQLite handle of a connection (to install traces or hooks in a test).
 sqlite3 *handle(Db &db);
+// How many statements the connection runs while `feina` runs.
+int sentencies(Db &db, const std::function<void()> &feina);
 } // namespace dades_prova
 
 // Interaccio with scripted answers: each pregunta() takes the next answer (No when none is left,
