@@ -39,7 +39,8 @@ qint32 aLong(const QString &text, bool *ok)
     double v = 0;
     if (!format::llegeixReal(t, &v))
         return 0;
-    const double r = arrodoneix::enter(v);
+    // Range checked on the rounded value itself: converting first would wrap a large number.
+    const double r = std::rint(v); // halves to even, as arrodoneix::enter
     if (r < -2147483648.0 || r > 2147483647.0)
         return 0;
     *ok = true;
@@ -52,11 +53,11 @@ int aEnter(const QString &text, bool *ok)
     *ok = false;
     if (!format::llegeixReal(text, &v))
         return 0;
-    const int r = arrodoneix::enter(v);
-    if (r < -32768 || r > 32767)
+    const double r = std::rint(v);
+    if (r < -32768.0 || r > 32767.0)
         return 0;
     *ok = true;
-    return r;
+    return static_cast<int>(r);
 }
 
 double aReal(const QString &text, bool *ok)

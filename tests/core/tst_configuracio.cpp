@@ -94,6 +94,7 @@ private slots:
         QTest::newRow("hours") << QByteArray("[Parametres]\nHoresDia=vuit\n") << "HoresDia";
         QTest::newRow("boolean") << QByteArray("[Parametres]\nPermetSolaparLlocs=potser\n") << "PermetSolaparLlocs";
         QTest::newRow("colour") << QByteArray("[Parametres]\nColorFeina=blau\n") << "ColorFeina";
+        QTest::newRow("colour out of range") << QByteArray("[Parametres]\nColorFeina=3000000000\n") << "ColorFeina";
         QTest::newRow("time") << QByteArray("[Parametres]\nHoraInici=8h\n") << "HoraInici";
         QTest::newRow("date") << QByteArray("[Estat]\nUltimDiaGen=31/02/2009\n") << "UltimDiaGen";
         QTest::newRow("integer range") << QByteArray("[Parametres]\nMaxXecsMes=70000\n") << "MaxXecsMes";
