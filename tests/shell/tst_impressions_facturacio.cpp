@@ -22,11 +22,10 @@ namespace {
 struct Previsualitzacio {
     bool oberta = false;
     QString titol;
-    bool punterOcupat = false; // the busy pointer was still on while the preview was shown
+    bool punterOcupat = false; // the busy pointer still on over the preview
 };
 
-// Closes the first print preview that opens (polling, as its own event loop runs) and tells what
-// it saw; gives up after a few seconds.
+// Closes the first print preview that opens (polling while its own loop runs; gives up after 5 s).
 std::shared_ptr<Previsualitzacio> tancaPrevisualitzacio()
 {
     auto vista = std::make_shared<Previsualitzacio>();
@@ -36,15 +35,12 @@ std::shared_ptr<Previsualitzacio> tancaPrevisualitzacio()
         auto *d = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
         if (!d && ++(*intents) <= 200)
             return;
-        rellotge->stop();
         rellotge->deleteLater();
-        if (!d)
-            return;
-        vista->oberta = true;
-        vista->titol = d->windowTitle();
-        const QCursor *c = QApplication::overrideCursor();
-        vista->punterOcupat = c && c->shape() == Qt::WaitCursor;
-        d->reject();
+        if (d) {
+            const QCursor *c = QApplication::overrideCursor();
+            *vista = {true, d->windowTitle(), c && c->shape() == Qt::WaitCursor};
+            d->reject();
+        }
     });
     rellotge->start(25);
     return vista;
