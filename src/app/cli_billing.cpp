@@ -171,7 +171,7 @@ int factura(ContextComanda &ctx, const QString &mes, const QString &nomClient, c
         throw ErrorComanda(r.missatge);
     // The commit has rebuilt the sheets: the invoice data prints what was billed.
     if (!pdf.isEmpty())
-        escriuPdf(pdf, QStringLiteral("Dades de facturació"), [&f](Impressora &imp) { Imprimeix_Dades_Factura(imp, f); });
+        escriuPdf(pdf, QStringLiteral("Dades de facturació"), [&s, &f](Impressora &imp) { Imprimeix_Dades_Factura(imp, s.db(), f); });
     if (ctx.json()) {
         QJsonObject o = facturacioJson(f);
         o.insert(QStringLiteral("feines_facturades"), r.feines);

@@ -28,7 +28,7 @@ Informe dadesFactura(ContextComanda &ctx, Arguments &args)
     return [&s, mes, client](Impressora &imp) {
         Facturacio f(s.db(), s.cfg());
         f.Carrega_Facturacio(ParametresFacturacio{mes, client, false, textPagament(Pagament_Mes(s.db(), mes, client))});
-        Imprimeix_Dades_Factura(imp, f);
+        Imprimeix_Dades_Factura(imp, s.db(), f);
     };
 }
 

@@ -37,8 +37,8 @@ public:
     std::function<void(Feina &)> obreEditor;
     // The clients tab must refill the chosen client's vouchers.
     std::function<void()> recarregaXecs;
-    // The invoice data of the month just billed, printed from the rebuilt sheets. Until the
-    // reports are there the commit ends with the rebuild.
+    // The invoice data of the month just billed, printed from the rebuilt sheets once the commit
+    // is written (unset: the commit ends with the rebuild).
     std::function<void(const Facturacio &)> imprimeixFactura;
 
     // ---- the fields as the tab shows them

@@ -60,9 +60,8 @@ void filaClient(MarcInforme &marc, const QString &etiqueta, const QString &valor
 
 } // namespace
 
-void Imprimeix_Dades_Factura(Impressora &imp, Facturacio &f)
+void Imprimeix_Dades_Factura(Impressora &imp, Db &db, const Facturacio &f)
 {
-    Db &db = f.db();
     const Configuracio &cfg = f.cfg();
     const QString client = f.parametres().client;
     const DadesClient d = dadesClient(db, client);
@@ -139,10 +138,12 @@ void Imprimeix_Dades_Factura(Impressora &imp, Facturacio &f)
             marc.textDreta(MarcInforme::VoraDreta, euros(numeroCella(g.text(r, ColImport))));
             imp.setColor(0);
             avanca(marc, 200);
+            darreraAmbImport = true;
         }
     }
 
     // The table of totals is one entry: it is never split by a page break.
+    marc.comprovaSalt();
     marc.lletra(10, true);
     marc.baixa(2 * imp.altLinia());
     marc.text(XTotals, Tradueix("TOTALS:"));

@@ -45,24 +45,18 @@ private:
 // Summary columns.
 constexpr int XEntrada = 5000, VoraQuantitat = 7500, XUnitat = 7600, XTotal = 9300, FiLiniaClient = 4900;
 
-// The block of one client; its total (0 and nothing printed when it has no entry).
-double blocClient(MarcInforme &marc, const QString &client, const QList<EntradaTotals> &taula)
+// The block of one client; its total.
+double blocClient(MarcInforme &marc, const BlocResum &bloc)
 {
     Impressora &imp = marc.imp();
     double total = 0.0;
-    bool primer = true;
-    for (const EntradaTotals &e : taula) {
-        if (e.quantitat == 0.0)
-            continue;
-        if (primer) {
-            marc.baixa(200);
-            marc.lletra(10, true);
-            marc.text(MarcInforme::MargeEsquerre, client);
-            const double fi = MarcInforme::MargeEsquerre + imp.ampleText(client) + 60;
-            if (fi < FiLiniaClient)
-                imp.linia(fi, liniaBase(imp), FiLiniaClient, liniaBase(imp));
-            primer = false;
-        }
+    marc.baixa(200);
+    marc.lletra(10, true);
+    marc.text(MarcInforme::MargeEsquerre, bloc.client);
+    const double fi = MarcInforme::MargeEsquerre + imp.ampleText(bloc.client) + 60;
+    if (fi < FiLiniaClient)
+        imp.linia(fi, liniaBase(imp), FiLiniaClient, liniaBase(imp));
+    for (const EntradaTotals &e : bloc.entrades) {
         marc.lletra(10, false);
         marc.text(XEntrada, e.nom);
         marc.textDreta(VoraQuantitat, quantitatPlana(e.quantitat));
@@ -73,8 +67,6 @@ double blocClient(MarcInforme &marc, const QString &client, const QList<EntradaT
         }
         avanca(marc, 200);
     }
-    if (primer)
-        return 0.0;
     marc.baixa(50);
     marc.lletra(10, true);
     marc.text(XTotal, Tradueix("Total:"));
@@ -92,18 +84,19 @@ QDate fiPeriode(const QDate &primerDia, const QDate &avui)
     return avui.isValid() && avui < darrer ? avui : darrer;
 }
 
-int Imprimeix_Resum_Facturacio(Impressora &imp, Facturacio &f, const QString &mes, RegistreSortida &log,
-                               const QDate &avuiDonat)
+ResumMes Calcula_Resum_Facturacio(Facturacio &f, const QString &mes, RegistreSortida &log, const QDate &avuiDonat)
 {
     const QDate avui = avuiDonat.isValid() ? avuiDonat : QDate::currentDate();
-    const MesFactura periode = MesFactura::llegeix(mes);
-    const QDate fi = fiPeriode(periode.inici, avui);
+    ResumMes r;
+    r.mes = mes;
+    r.inici = MesFactura::llegeix(mes).inici;
+    r.fi = fiPeriode(r.inici, avui);
     Db &db = f.db();
     const Configuracio &cfg = f.cfg();
 
     log.titol(Tradueix("CALCUL DADES FACTURACIO"));
     Ocupat ocupat(log);
-    log.afegeix(kCrLf + Tradueix("Iniciant càlcul periode: 01/") + mes + QStringLiteral(" - ") + format::dataCurta(fi)
+    log.afegeix(kCrLf + Tradueix("Iniciant càlcul periode: 01/") + mes + QStringLiteral(" - ") + format::dataCurta(r.fi)
                 + QStringLiteral(" ..."));
 
     QStringList clients;
@@ -114,10 +107,28 @@ int Imprimeix_Resum_Facturacio(Impressora &imp, Facturacio &f, const QString &me
             clients << q.text(0);
     }
     const QList<EntradaTotals> serveis = serveisTotals(db);
+    for (const QString &client : clients) {
+        log.afegeix(kCrLf + Tradueix("Calculant client:") + QLatin1Char(' ') + client);
+        f.Carrega_Facturacio(ParametresFacturacio{mes, client, false, QString()});
+        BlocResum bloc{client, {}};
+        for (const EntradaTotals &e : taulaTotals(serveis, f, cfg.ServeiXecs))
+            if (e.quantitat != 0.0)
+                bloc.entrades.append(e);
+        if (!bloc.entrades.isEmpty())
+            r.blocs.append(std::move(bloc));
+        ++r.clients;
+    }
+    f.Carrega_Facturacio(ParametresFacturacio{mes, QString(), false, QString()});
+    log.afegeix(kCrLf + QString::number(r.clients) + Tradueix(" clients processats.") + kCrLf + kCrLf
+                + Tradueix("FINALITZACIO CORRECTA!!!") + kCrLf);
+    return r;
+}
 
-    MarcInforme marc(imp, cfg.PosicioSaltPagina);
+void Imprimeix_Resum(Impressora &imp, const ResumMes &r, int posicioSaltPagina)
+{
+    MarcInforme marc(imp, posicioSaltPagina);
     MarcInforme::Capcalera cap;
-    cap.titol = Tradueix("RESUM FACTURACIÓ del mes:") + QLatin1Char(' ') + MarcInforme::mesTitol(periode.inici);
+    cap.titol = Tradueix("RESUM FACTURACIÓ del mes:") + QLatin1Char(' ') + MarcInforme::mesTitol(r.inici);
     cap.espaiAbansRegla = 300;
     cap.espaiDespresRegla = 150;
     cap.linies = [&](MarcInforme &m) {
@@ -127,8 +138,8 @@ int Imprimeix_Resum_Facturacio(Impressora &imp, Facturacio &f, const QString &me
         m.lletra(12, false);
         p.setX(MarcInforme::MargeEsquerre + ampleTitol);
         p.setY(MarcInforme::YTitol);
-        p.imprimeix(QStringLiteral(" ( ") + format::dataCurta(periode.inici) + QStringLiteral(" - ")
-                    + format::dataCurta(fi) + QStringLiteral(" )"));
+        p.imprimeix(QStringLiteral(" ( ") + format::dataCurta(r.inici) + QStringLiteral(" - ")
+                    + format::dataCurta(r.fi) + QStringLiteral(" )"));
         m.lletra(10, true);
         m.baixa(200);
         m.text(MarcInforme::MargeEsquerre, Tradueix("Client"));
@@ -140,26 +151,28 @@ int Imprimeix_Resum_Facturacio(Impressora &imp, Facturacio &f, const QString &me
     marc.inicia(cap);
 
     double totalMes = 0.0;
-    for (const QString &client : clients) {
-        log.afegeix(kCrLf + Tradueix("Calculant client:") + QLatin1Char(' ') + client);
-        f.Carrega_Facturacio(ParametresFacturacio{mes, client, false, QString()});
-        if (imp.y() + 200 > cfg.PosicioSaltPagina)
+    for (const BlocResum &bloc : r.blocs) {
+        if (imp.y() + 200 > posicioSaltPagina)
             marc.salta();
-        totalMes += blocClient(marc, client, taulaTotals(serveis, f, cfg.ServeiXecs));
+        totalMes += blocClient(marc, bloc);
     }
 
     marc.baixa(3 * imp.altLinia());
+    marc.comprovaSalt();
     marc.lletra(10, true);
     const double y = imp.y();
     imp.requadre(7000, y - 50, 11200, y + 290);
     marc.textDreta(MarcInforme::VoraDreta, Tradueix("TOTAL MES:") + QLatin1Char(' ') + euros(totalMes));
     marc.lletra(10, false);
     marc.acaba();
+}
 
-    f.Carrega_Facturacio(ParametresFacturacio{mes, QString(), false, QString()});
-    log.afegeix(kCrLf + QString::number(clients.size()) + Tradueix(" clients processats.") + kCrLf + kCrLf
-                + Tradueix("FINALITZACIO CORRECTA!!!") + kCrLf);
-    return int(clients.size());
+int Imprimeix_Resum_Facturacio(Impressora &imp, Facturacio &f, const QString &mes, RegistreSortida &log,
+                               const QDate &avui)
+{
+    const ResumMes r = Calcula_Resum_Facturacio(f, mes, log, avui);
+    Imprimeix_Resum(imp, r, f.cfg().PosicioSaltPagina);
+    return r.clients;
 }
 
 void Imprimeix_Xecs_Liquidats(Impressora &imp, Db &db, const Configuracio &cfg, const QString &mes)
@@ -229,6 +242,7 @@ void Imprimeix_Xecs_Liquidats(Impressora &imp, Db &db, const Configuracio &cfg, 
     }
 
     marc.baixa(200);
+    marc.comprovaSalt();
     marc.lletra(10, true);
     const double y = imp.y();
     imp.requadre(8000, y - 50, 11000, y + 290);

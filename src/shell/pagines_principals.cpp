@@ -5,6 +5,9 @@
 #include "producte.h"
 #include "agenda/agenda_page.h"
 #include "billing/facturacio_page.h"
+#include "billing/graella_facturacio_widget.h"
+#include "billing/informe_factura.h"
+#include "billing/resum_facturacio.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
 #include "masterdata/clients_page.h"
@@ -12,8 +15,14 @@
 #include "masterdata/recursos_serveis_page.h"
 #include "reports/detall_feina.h"
 #include "reports/impressio_agenda.h"
+#include "reports/informe_hores.h"
 #include "reports/llista_feines.h"
 #include "reports/previsualitzacio_dialog.h"
+#include "widgets/protegeix.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <memory>
 
 namespace {
 
@@ -58,12 +67,92 @@ AgendaPage *posaAgenda(frmMain &finestra)
     return pagina;
 }
 
-// The billing tab. Reports it starts are plugged in with the reports; until then its print
-// buttons stay disabled and say so.
+// While the monthly summary builds every client, the tab neither redraws its sheets nor offers
+// its client selector; both come back however the build ends.
+class ResumEnCurs {
+public:
+    explicit ResumEnCurs(FacturacioPage &p) : m_p(p)
+    {
+        m_p.ClientsCombo->hide();
+        m_p.FacturaGrid->setUpdatesEnabled(false);
+        m_p.XecsGrid->setUpdatesEnabled(false);
+    }
+    ~ResumEnCurs()
+    {
+        m_p.FacturaGrid->setUpdatesEnabled(true);
+        m_p.XecsGrid->setUpdatesEnabled(true);
+        m_p.ClientsCombo->show();
+    }
+
+private:
+    FacturacioPage &m_p;
+};
+
+// A preview opened from inside a busy handler (the commit) shows the ordinary pointer.
+void previsualitzaAmbPunterNormal(QWidget *pare, Interaccio &ui, const QString &titol, const Informe &informe)
+{
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    previsualitzaInforme(pare, ui, titol, informe);
+    QApplication::restoreOverrideCursor();
+}
+
+// The billing tab's reports, each through the print preview: the monthly summary (built first,
+// its log in the message window, then drawn as often as the preview asks), the settled vouchers,
+// the overtime, and the invoice data at the end of "Facturar client".
+void connectaImpressionsFacturacio(frmMain &finestra, FacturacioPage &pagina)
+{
+    Sessio &sessio = finestra.sessio();
+    Interaccio &ui = finestra.interaccio();
+    frmMain *f = &finestra;
+    FacturacioPage *p = &pagina;
+    pagina.imprimeixResum = [f, p, &sessio, &ui](const QString &mes) {
+        auto resum = std::make_shared<ResumMes>();
+        bool fet = false;
+        {
+            ResumEnCurs enCurs(*p);
+            fet = protegeix(ui, [&] {
+                Facturacio facturacio(sessio.db(), sessio.cfg());
+                *resum = Calcula_Resum_Facturacio(facturacio, mes, *f->missatges());
+            });
+        }
+        // The tab ends in the all-clients view of the month, as the summary left it.
+        p->reconstrueix();
+        if (fet)
+            previsualitzaInforme(p, ui, Tradueix("RESUM FACTURACIÓ del mes:") + QLatin1Char(' ') + mes,
+                                 [resum, &sessio](Impressora &imp) {
+                                     Imprimeix_Resum(imp, *resum, sessio.cfg().PosicioSaltPagina);
+                                 });
+    };
+    pagina.imprimeixXecs = [p, &sessio, &ui](const QString &mes) {
+        previsualitzaInforme(p, ui, Tradueix("Relació de XECS") + QLatin1Char(' ') + mes, [&sessio, mes](Impressora &imp) {
+            Imprimeix_Xecs_Liquidats(imp, sessio.db(), sessio.cfg(), mes);
+        });
+    };
+    pagina.imprimeixHores = [p, &sessio, &ui](const QString &mes) {
+        const QDate primer = primerDiaMes(mes);
+        previsualitzaInforme(p, ui, Tradueix("Relació de HORES EXTRA del mes:") + QLatin1Char(' ') + mes,
+                             [&sessio, primer](Impressora &imp) {
+                                 Imprimeix_Hores(imp, sessio.db(), sessio.cfg().PosicioSaltPagina, primer);
+                             });
+    };
+    pagina.controlador().imprimeixFactura = [p, &sessio, &ui](const Facturacio &facturacio) {
+        const ParametresFacturacio &fp = facturacio.parametres();
+        previsualitzaAmbPunterNormal(p, ui,
+                                     Tradueix("Dades de facturació del mes:") + QLatin1Char(' ') + fp.mes
+                                         + QStringLiteral(" - ") + fp.client,
+                                     [&sessio, &facturacio](Impressora &imp) {
+                                         Imprimeix_Dades_Factura(imp, sessio.db(), facturacio);
+                                     });
+    };
+    pagina.actualitzaMode();
+}
+
+// The billing tab with its reports.
 FacturacioPage *posaFacturacio(frmMain &finestra)
 {
     auto *pagina = new FacturacioPage(finestra.sessio(), finestra.interaccio());
     finestra.posaPagina(frmMain::Facturacio, pagina);
+    connectaImpressionsFacturacio(finestra, *pagina);
     return pagina;
 }
 

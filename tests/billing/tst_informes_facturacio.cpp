@@ -95,7 +95,7 @@ void factura(BaseProva &b, Impressora &imp, const QString &pagament)
 {
     Facturacio f(b.db, b.cfg);
     f.Carrega_Facturacio(ParametresFacturacio{kMes, kEstel, false, pagament});
-    Imprimeix_Dades_Factura(imp, f);
+    Imprimeix_Dades_Factura(imp, b.db, f);
 }
 
 using Dibuix = std::function<void(BaseProva &, Mes &, Impressora &)>;
