@@ -43,6 +43,17 @@ QMap<QDate, QString> Festius::mapa()
     return out;
 }
 
+QMap<QDate, QString> Festius::entre(const QDate &F, const QDate &L)
+{
+    Query q = m_db.prepared(QStringLiteral(
+        "SELECT festius_data, festius_descripcio FROM Festius WHERE festius_data >= ? AND festius_data <= ?"));
+    q.bind(F).bind(L).exec();
+    QMap<QDate, QString> out;
+    while (q.next())
+        out.insert(q.date(0), q.text(1));
+    return out;
+}
+
 QString Festius::Afegeix_Festiu(const QDate &data, const QString &descripcio)
 {
     if (!data.isValid())

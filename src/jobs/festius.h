@@ -31,6 +31,8 @@ public:
     QList<Festiu> llista(int any = 0);
     // Every closed day, date -> description.
     QMap<QDate, QString> mapa();
+    // The closed days from F to L inclusive, date -> description.
+    QMap<QDate, QString> entre(const QDate &F, const QDate &L);
 
     // Stores a closed day. Returns "" when stored, else why not (translated), or
     // "Error en Afegeix_Festiu:" + the database's text.

@@ -115,6 +115,8 @@ QList<FeinaPlanificada> Planificador::calcula(const QDate &F, const QDate &L)
     m_tancats = Festius(m_db).mapa();
     QList<FeinaPlanificada> out;
     for (const Lloc &lloc : llegeixLlocs()) {
+        if (!m_nomesLloc.isEmpty() && lloc.nom.compare(m_nomesLloc, Qt::CaseInsensitive) != 0)
+            continue;
         const QDate darrera = lloc.ritme.mensual() ? QDate() : darreraFeina(lloc.nom);
         const QString inici = lloc.hora.isEmpty() ? m_cfg.HoraInici : lloc.hora;
         for (const DiaPlanificat &dia : diesPlanificats(lloc.ritme, F, L, darrera, m_cfg.PrimerDiaSetmana, m_tancats)) {

@@ -62,6 +62,9 @@ public:
     // what Planificar_Feines returns.
     QString Genera(const PrevisioPlanificacio &previsio);
 
+    // Plans only this place from now on ("" = every place with a rhythm).
+    void setNomesLloc(const QString &lloc) { m_nomesLloc = lloc; }
+
     // Jobs stored by the last run.
     int feinesPlanificades() const { return m_comptador; }
 
@@ -91,6 +94,7 @@ private:
     MotorFeines &m_motor;
     RegistreSortida &m_registre;
     DiesTancats m_tancats;
+    QString m_nomesLloc;
     bool m_silenci = false; // a preview: the engine's answers are kept, nothing is logged
     int m_comptador = 0;
     int m_feinesPerTransaccio = kFeinesPerTransaccio;

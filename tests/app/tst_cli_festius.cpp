@@ -41,15 +41,6 @@ class TestCliFestius : public QObject {
         return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
     }
 
-    QString fitxer(const QString &nom, const QByteArray &text)
-    {
-        QFile f(m_tmp.filePath(nom));
-        if (!f.open(QIODevice::WriteOnly))
-            qFatal("cannot write a test file");
-        f.write(text);
-        return f.fileName();
-    }
-
 private slots:
     void initTestCase()
     {
@@ -63,14 +54,10 @@ private slots:
         QTest::addColumn<int>("codi");
         QTest::addColumn<QString>("err");
         QTest::newRow("no action") << QStringList{"holiday"} << 2 << "holiday";
-        QTest::newRow("unknown action") << QStringList{"holiday", "rename"} << 2 << "rename";
         QTest::newRow("add without text") << QStringList{"holiday", "add", "--date", "2026-12-25"} << 2 << "--text";
-        QTest::newRow("add bad date") << QStringList{"holiday", "add", "--date", "31/02/2026", "--text", "x"} << 2 << "--date";
         QTest::newRow("list bad year") << QStringList{"holiday", "list", "--year", "dos"} << 2 << "--year";
-        QTest::newRow("import without file") << QStringList{"holiday", "import"} << 2 << ".ics";
         QTest::newRow("import missing file") << QStringList{"holiday", "import", "/no/such.ics"} << 1 << "/no/such.ics";
         QTest::newRow("delete a day not closed") << QStringList{"holiday", "delete", "--date", "01/01/2031"} << 1 << "01/01/2031";
-        QTest::newRow("dry run, bad date") << QStringList{"plan", "--until", "32/13/2026", "--dry-run"} << 2 << "--until";
     }
 
     void exitCodes()
@@ -86,12 +73,14 @@ private slots:
     // Import with a skipped event on stderr; list as text and JSON, by year; add and delete.
     void holidays()
     {
-        const QString ics = fitxer(QStringLiteral("f.ics"),
-                                   "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//x//y//CA\r\n"
-                                   "BEGIN:VEVENT\r\nUID:a\r\nDTSTART;VALUE=DATE:20271225\r\nSUMMARY:Nadal\r\nEND:VEVENT\r\n"
-                                   "BEGIN:VEVENT\r\nUID:b\r\nDTSTART:20271226T100000\r\nSUMMARY:Dinar\r\nEND:VEVENT\r\n"
-                                   "END:VCALENDAR\r\n");
-        Sortida s = run({"holiday", "import", ics});
+        QFile ics(m_tmp.filePath(QStringLiteral("f.ics")));
+        QVERIFY(ics.open(QIODevice::WriteOnly));
+        ics.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//x//y//CA\r\n"
+                  "BEGIN:VEVENT\r\nUID:a\r\nDTSTART;VALUE=DATE:20271225\r\nSUMMARY:Nadal\r\nEND:VEVENT\r\n"
+                  "BEGIN:VEVENT\r\nUID:b\r\nDTSTART:20271226T100000\r\nSUMMARY:Dinar\r\nEND:VEVENT\r\n"
+                  "END:VCALENDAR\r\n");
+        ics.close();
+        Sortida s = run({"holiday", "import", ics.fileName()});
         QCOMPARE(s.codi, 0);
         QVERIFY2(s.out.startsWith(QStringLiteral("1 ")), qPrintable(s.out));
         QVERIFY2(s.err.contains(QStringLiteral("Dinar")), qPrintable(s.err));
@@ -101,9 +90,6 @@ private slots:
         QCOMPARE(s.codi, 0);
         QCOMPARE(s.json().array(), QJsonArray({QJsonObject{{"data", "2027-12-25"}, {"descripcio", "Nadal"}},
                                                QJsonObject{{"data", "2028-01-01"}, {"descripcio", "Cap d'any"}}}));
-        s = run({"holiday", "list", "--year", "2028"});
-        QCOMPARE(s.out.count(QLatin1Char('\n')), 1);
-        QVERIFY(s.out.contains(QStringLiteral("01/01/2028")) && s.out.contains(QStringLiteral("Cap d'any")));
         QCOMPARE(run({"holiday", "delete", "--date", "2028-01-01"}).codi, 0);
         QCOMPARE(run({"holiday", "list", "--year", "2028", "--json"}).json().array().size(), 0);
     }
@@ -122,8 +108,7 @@ private slots:
         QCOMPARE(s.codi, 0);
         const QJsonObject o = s.json().object();
         QCOMPARE(o.keys(), QStringList({"desde", "feines", "fins"}));
-        QCOMPARE(o.value("desde").toString(), QStringLiteral("2031-03-03"));
-        QCOMPARE(o.value("fins").toString(), QStringLiteral("2031-03-09"));
+        QCOMPARE(o.value("desde").toString() + o.value("fins").toString(), QStringLiteral("2031-03-032031-03-09"));
         const QJsonArray feines = o.value("feines").toArray();
         QCOMPARE(feines.size(), 3); // one a place: every sample place now goes weekly
         const QJsonObject f = feines.first().toObject();
@@ -132,10 +117,6 @@ private slots:
         QCOMPARE(f.value("feines_hora_inici").toString(), QStringLiteral("09:00"));
         QVERIFY(QStringList({"ok", "sense_recurs", "refusada"}).contains(f.value("resultat").toString()));
 
-        s = run({"plan", "--from", "2031-03-03", "--to", "2031-03-09", "--dry-run"});
-        QCOMPARE(s.codi, 0);
-        QVERIFY2(s.out.contains(QStringLiteral("03/03/2031 09:00")) && s.out.contains(QStringLiteral("3 feines:")),
-                 qPrintable(s.out));
         QCOMPARE(run({"job", "find", "--place", "Exemple escala", "--date", "2031-03-03", "--minute", "09:00"}).codi, 1);
         QCOMPARE(run({"config", "--json"}).json().object().value("settings").toObject().value("UltimDiaGen"), ultimAbans);
     }
