@@ -421,7 +421,7 @@ private slots:
 
     // ------------------------------------------------------------ reading the grid
 
-    // One query for the jobs of each view, plus the overtime in the day view.
+    // One query for the jobs of each view, one for its closed days, plus the overtime in the day view.
     void unaConsultaPerVista()
     {
         for (int i = 0; i < 6; ++i)
@@ -431,7 +431,7 @@ private slots:
         QVERIFY(h);
         auto m = std::make_unique<ModelAgenda>(db(), cfg());
         m->setAvui(kDimecres);
-        const QList<QPair<VistaAgenda, int>> casos = {{VistaAgenda::Dia, 2}, {VistaAgenda::Setmana, 1}, {VistaAgenda::Mes, 1}};
+        const QList<QPair<VistaAgenda, int>> casos = {{VistaAgenda::Dia, 3}, {VistaAgenda::Setmana, 2}, {VistaAgenda::Mes, 2}};
         for (const auto &[vista, esperades] : casos) {
             consultes = 0;
             sqlite3_trace_v2(h, SQLITE_TRACE_STMT, comptaConsultes, &consultes);
