@@ -307,7 +307,10 @@ void ControladorAgenda::planifica(const QDate &dia)
         registre = &recollit;
     try {
         Planificador planificador(m_db, m_cfg, m_motor, *registre);
-        if (!Genera_Feines_Planificades(planificador, m_cfg, m_interaccio, dia))
+        const bool fet = confirmaPlanificacio
+                             ? Genera_Feines_Planificades(planificador, m_cfg, m_interaccio, dia, confirmaPlanificacio)
+                             : Genera_Feines_Planificades(planificador, m_cfg, m_interaccio, dia);
+        if (!fet)
             return;
     } catch (const DbError &e) {
         errorInesperat(e.text());

@@ -17,6 +17,8 @@
 #include <QString>
 #include <functional>
 
+struct PrevisioPlanificacio;
+
 class Db;
 class Interaccio;
 class RegistreSortida;
@@ -64,6 +66,9 @@ public:
     std::function<void(const QString &, const QString &)> mostraIndicacio;
     // The log of a planning run (the message window); when unset the log is shown at the end.
     std::function<RegistreSortida *()> registrePlanificacio;
+    // Shows what a planning run would create and answers whether to create it; when unset the
+    // run is confirmed with a Yes/No question instead.
+    std::function<bool(const PrevisioPlanificacio &)> confirmaPlanificacio;
     // The last planned day moved (the status bar shows it).
     std::function<void(const QDate &)> alPlanificar;
 

@@ -4,6 +4,7 @@
 #include "core/db.h"
 #include "core/formats.h"
 #include "core/traduccio.h"
+#include "jobs/festius.h"
 #include "jobs/motor_feines.h"
 
 namespace {
@@ -58,8 +59,19 @@ void ModelAgenda::preparaGraella(const EstatAgenda &estat)
     m_iniciMinuts = qMax(0, hora::minuts(m_cfg.HoraInici));
     const QDate hui = avui();
 
+    // A closed day is shown as a Sunday is, with what closes it on hovering.
+    const auto marcaTancat = [](CellaAgenda &c, const QMap<QDate, QString> &tancats, const QDate &d, qint32 color) {
+        const auto it = tancats.constFind(d);
+        if (it == tancats.constEnd())
+            return;
+        if (color != SenseColor)
+            c.fons = color;
+        c.indicacio = Tradueix("Festiu:") + QLatin1Char(' ') + it.value();
+    };
+
     if (estat.vista == VistaAgenda::Mes) {
         nouGraella(7, 8);
+        const QMap<QDate, QString> tancats = Festius(m_db).entre(estat.IniciMes, estat.IniciMes.addDays(41));
         CellaAgenda &corner = at(0, 0);
         corner.text = QString::number(estat.DataCalendari.isValid() ? estat.DataCalendari.year() : estat.DiaActual.year());
         corner.negreta = true;
@@ -78,6 +90,7 @@ void ModelAgenda::preparaGraella(const EstatAgenda &estat)
                 CellaAgenda &b = at(r, c);
                 b.alineacio = CellaAgenda::EsquerraDalt;
                 b.negreta = diaCella(r, c) < hui;
+                marcaTancat(b, tancats, diaCella(r, c), SenseColor);
             }
         }
         return;
@@ -90,10 +103,12 @@ void ModelAgenda::preparaGraella(const EstatAgenda &estat)
     if (estat.vista == VistaAgenda::Dia) {
         corner.text = format::nomDia(format::diaSetmana(estat.DiaActual)) + QStringLiteral(", ")
             + QString::number(estat.DiaActual.day());
+        marcaTancat(corner, Festius(m_db).entre(estat.DiaActual, estat.DiaActual), estat.DiaActual, m_cfg.ColorDiumenge);
         m_hores[0] = Tradueix("Hores extra");
     } else {
         corner.text = format::nomMesCurt(estat.IniciSetmana.month()).trimmed() + QLatin1Char(' ')
             + QString::number(estat.IniciSetmana.year());
+        const QMap<QDate, QString> tancats = Festius(m_db).entre(estat.IniciSetmana, estat.IniciSetmana.addDays(6));
         for (int c = 1; c < 8; ++c) {
             const QDate d = estat.IniciSetmana.addDays(c - 1);
             CellaAgenda &h = at(0, c);
@@ -101,6 +116,7 @@ void ModelAgenda::preparaGraella(const EstatAgenda &estat)
             if (format::diaSetmana(d) == 1)
                 h.fons = m_cfg.ColorDiumenge;
             h.negreta = d < hui;
+            marcaTancat(h, tancats, d, m_cfg.ColorDiumenge);
         }
     }
     for (int r = 1; r < files; ++r) {

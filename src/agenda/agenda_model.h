@@ -35,6 +35,8 @@ struct CellaAgenda {
     // Vertical merging of equal cells: the first cell of a block holds the block's height, the
     // cells it covers hold 0; a cell on its own holds 1.
     int filesFusionades = 1;
+    // Shown on hovering besides the text (a closed day's description).
+    QString indicacio;
     // Hidden: the jobs written into this cell, in the order they were placed.
     QList<int> feines;
 };

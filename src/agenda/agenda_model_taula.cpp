@@ -69,6 +69,8 @@ QVariant ModelTaulaAgenda::dadaCella(int fila, int col, int role) const
     case Qt::ToolTipRole: {
         QString t = c.text;
         t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        if (role == Qt::ToolTipRole && !c.indicacio.isEmpty())
+            return t.isEmpty() ? c.indicacio : t + QLatin1Char('\n') + c.indicacio;
         if (role == Qt::ToolTipRole && t.isEmpty())
             return QVariant();
         return t;

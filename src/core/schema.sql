@@ -1,4 +1,4 @@
--- Quadrella business database, schema version 2 (PRAGMA user_version). Names are keys; name
+-- Quadrella business database, schema version 3 (PRAGMA user_version). Names are keys; name
 -- columns compare without regard to case through QNOCASE, a collation every connection of the
 -- program registers (another SQLite tool cannot write them in a different order).
 
@@ -32,7 +32,8 @@ CREATE TABLE IF NOT EXISTS Llocs (
     llocs_dissabte          INTEGER NOT NULL DEFAULT 0,
     llocs_diumenge          INTEGER NOT NULL DEFAULT 0,
     llocs_hora              TEXT,
-    llocs_quota             REAL NOT NULL DEFAULT 0
+    llocs_quota             REAL NOT NULL DEFAULT 0,
+    llocs_festius           INTEGER NOT NULL DEFAULT 0
 );
 CREATE INDEX IF NOT EXISTS idx_llocs_client ON Llocs (clients_nom);
 CREATE INDEX IF NOT EXISTS idx_llocs_recurs ON Llocs (recursos_nom);
@@ -125,3 +126,9 @@ CREATE TABLE IF NOT EXISTS Hores_Fetes (
     PRIMARY KEY (recursos_nom, hores_data)
 );
 CREATE INDEX IF NOT EXISTS idx_hores_data ON Hores_Fetes (hores_data);
+
+-- Closed days (public holidays, the company's own closing days): the planning steps over them.
+CREATE TABLE IF NOT EXISTS Festius (
+    festius_data       TEXT NOT NULL PRIMARY KEY,
+    festius_descripcio TEXT NOT NULL DEFAULT ''
+);

@@ -80,9 +80,19 @@ void refaTaules(Db &db)
         db.exec(QStringLiteral("DROP TABLE ") + identificador(*it + QStringLiteral("_v1")));
 }
 
+// 2 -> 3: the closed days and the place's opt-in. A file rebuilt by the step before already has
+// both (it was rebuilt from the current schema), so each is added only when missing.
+void afegeixFestius(Db &db)
+{
+    if (!db.columns(QStringLiteral("Llocs")).contains(QStringLiteral("llocs_festius"), Qt::CaseInsensitive))
+        db.exec(QStringLiteral("ALTER TABLE Llocs ADD COLUMN llocs_festius INTEGER NOT NULL DEFAULT 0"));
+    // Every statement of the schema creates only what is missing.
+    db.execScript(directori_dades::esquemaSql());
+}
+
 // passos[n - 1] takes a file from version n to n + 1.
 using Pas = void (*)(Db &);
-const Pas passos[] = {refaTaules};
+const Pas passos[] = {refaTaules, afegeixFestius};
 static_assert(std::size(passos) == Actual - 1, "one step per version");
 
 } // namespace

@@ -12,8 +12,9 @@ class Db;
 namespace versions_esquema {
 
 // The version schema.sql creates. 1 is the first schema (name columns COLLATE NOCASE, no
-// user_version recorded); 2 declares them COLLATE QNOCASE.
-constexpr int Actual = 2;
+// user_version recorded); 2 declares them COLLATE QNOCASE; 3 adds the closed days (Festius) and
+// the place's llocs_festius (works on closed days).
+constexpr int Actual = 3;
 
 // The file's version: its user_version, 1 for tables without one, 0 for a file with no tables.
 int versio(Db &db);

@@ -1,5 +1,6 @@
 #include "planificacio.h"
 
+#include "festius.h"
 #include "motor_feines.h"
 
 #include "core/configuracio.h"
@@ -8,6 +9,7 @@
 #include "core/interaccio.h"
 #include "core/traduccio.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -46,7 +48,47 @@ Planificador::Planificador(Db &db, const Configuracio &cfg, MotorFeines &motor, 
 {
 }
 
+int PrevisioPlanificacio::compte(FeinaPlanificada::Resultat r) const
+{
+    return static_cast<int>(std::count_if(feines.cbegin(), feines.cend(),
+                                          [r](const FeinaPlanificada &f) { return f.resultat == r; }));
+}
+
 QString Planificador::Planificar_Feines(const QDate &F, const QDate &L)
+{
+    return executa(F, L, [&] { return calcula(F, L); });
+}
+
+QString Planificador::Genera(const PrevisioPlanificacio &previsio)
+{
+    // The closed days named in the log are read again: the preview carries only their dates.
+    return executa(previsio.desde, previsio.fins, [&] {
+        m_tancats = Festius(m_db).mapa();
+        return previsio.feines;
+    });
+}
+
+PrevisioPlanificacio Planificador::Previsualitza(const QDate &F, const QDate &L)
+{
+    PrevisioPlanificacio p;
+    p.desde = F;
+    p.fins = L;
+    try {
+        p.feines = calcula(F, L);
+        Transaction t(m_db); // never committed
+        m_silenci = true;
+        for (FeinaPlanificada &f : p.feines)
+            grava(f);
+        m_silenci = false;
+    } catch (const std::exception &e) {
+        m_silenci = false;
+        p.feines.clear();
+        p.error = QStringLiteral("Error en Planificar_Feines:") + textError(e);
+    }
+    return p;
+}
+
+QString Planificador::executa(const QDate &F, const QDate &L, const std::function<QList<FeinaPlanificada>()> &feines)
 {
     m_comptador = 0;
     m_registre.titol(Tradueix("PLANIFICACIO DE FEINES"));
@@ -56,7 +98,8 @@ QString Planificador::Planificar_Feines(const QDate &F, const QDate &L)
         m_registre.afegeix(kCrLf + Tradueix("Iniciant planificació periode:") + QLatin1Char(' ') + format::dataCurta(F)
                            + QStringLiteral(" - ") + format::dataCurta(L) + QStringLiteral(" ...") + kCrLf);
         try {
-            planificaLlocs(llegeixLlocs(), F, L);
+            QList<FeinaPlanificada> llista = feines();
+            grava(llista);
             m_registre.afegeix(kCrLf + kCrLf + QString::number(m_comptador) + Tradueix(" feines planificades.") + kCrLf);
             m_registre.afegeix(kCrLf + kCrLf + Tradueix("FINALITZACIO CORRECTA!!!") + kCrLf);
         } catch (const std::exception &e) {
@@ -67,13 +110,34 @@ QString Planificador::Planificar_Feines(const QDate &F, const QDate &L)
     return resultat;
 }
 
+QList<FeinaPlanificada> Planificador::calcula(const QDate &F, const QDate &L)
+{
+    m_tancats = Festius(m_db).mapa();
+    QList<FeinaPlanificada> out;
+    for (const Lloc &lloc : llegeixLlocs()) {
+        if (!m_nomesLloc.isEmpty() && lloc.nom.compare(m_nomesLloc, Qt::CaseInsensitive) != 0)
+            continue;
+        const QDate darrera = lloc.ritme.mensual() ? QDate() : darreraFeina(lloc.nom);
+        const QString inici = lloc.hora.isEmpty() ? m_cfg.HoraInici : lloc.hora;
+        for (const DiaPlanificat &dia : diesPlanificats(lloc.ritme, F, L, darrera, m_cfg.PrimerDiaSetmana, m_tancats)) {
+            FeinaPlanificada f;
+            f.llocs_nom = lloc.nom;
+            f.feines_data = dia.dia;
+            f.feines_hora_inici = inici;
+            f.festius = dia.festius;
+            out.append(f);
+        }
+    }
+    return out;
+}
+
 QList<Planificador::Lloc> Planificador::llegeixLlocs()
 {
     // Read whole before any job is written. Places come in name order so that two runs over the
     // same data hand busy workers to the same places.
     Query q = m_db.prepared(QStringLiteral(
         "SELECT llocs_nom, llocs_periodicitat_dies, llocs_primer_dia_mes, llocs_ultim_dia_mes, llocs_dia_setmana, "
-        "llocs_dissabte, llocs_diumenge, llocs_hora FROM Llocs WHERE Llocs.llocs_periodicitat_dies > 0 "
+        "llocs_dissabte, llocs_diumenge, llocs_hora, llocs_festius FROM Llocs WHERE Llocs.llocs_periodicitat_dies > 0 "
         "ORDER BY llocs_nom"));
     q.exec();
     QList<Lloc> llocs;
@@ -86,6 +150,7 @@ QList<Planificador::Lloc> Planificador::llegeixLlocs()
         l.ritme.dia_setmana = static_cast<int>(q.integer(4));
         l.ritme.dissabte = q.boolean(5);
         l.ritme.diumenge = q.boolean(6);
+        l.ritme.festius = q.boolean(8);
         // A time stored by another tool as "8:00" is the place's 08:00; one that still is no time
         // goes to the engine as it stands, which refuses each job with its message in the log.
         const QString h = hora::llegeix(q.text(7));
@@ -104,7 +169,7 @@ QDate Planificador::darreraFeina(const QString &lloc)
     return q.next() ? q.date(0) : QDate();
 }
 
-void Planificador::planificaLlocs(const QList<Lloc> &llocs, const QDate &F, const QDate &L)
+void Planificador::grava(QList<FeinaPlanificada> &feines)
 {
     // Whole places make a unit of work, so a place is never half committed. Small units cost
     // dear: each commit rewrites every index page its jobs touched, and a place's jobs are spread
@@ -112,13 +177,14 @@ void Planificador::planificaLlocs(const QList<Lloc> &llocs, const QDate &F, cons
     std::optional<Transaction> t;
     int pendents = 0;
     try {
-        for (const Lloc &lloc : llocs) {
+        for (qsizetype i = 0; i < feines.size(); ++i) {
             if (!t)
                 t.emplace(m_db);
             const int abans = m_comptador;
-            planificaLloc(lloc, F, L);
+            grava(feines[i]);
             pendents += m_comptador - abans;
-            if (pendents >= m_feinesPerTransaccio) {
+            const bool fiLloc = i + 1 == feines.size() || feines[i + 1].llocs_nom != feines[i].llocs_nom;
+            if (fiLloc && pendents >= m_feinesPerTransaccio) {
                 t->commit();
                 t.reset();
                 pendents = 0;
@@ -137,21 +203,22 @@ void Planificador::planificaLlocs(const QList<Lloc> &llocs, const QDate &F, cons
     }
 }
 
-void Planificador::planificaLloc(const Lloc &lloc, const QDate &F, const QDate &L)
+QString Planificador::textFestius(const QList<QDate> &festius) const
 {
-    const QDate darrera = lloc.ritme.mensual() ? QDate() : darreraFeina(lloc.nom);
-    const QList<QDate> dies = diesPlanificats(lloc.ritme, F, L, darrera, m_cfg.PrimerDiaSetmana);
-    for (const QDate &dia : dies)
-        creaFeina(lloc, dia);
+    QStringList dies;
+    for (const QDate &d : festius) {
+        const QString descripcio = m_tancats.value(d);
+        dies << (descripcio.isEmpty() ? diaDelLog(d) : diaDelLog(d) + QStringLiteral(" (") + descripcio + QLatin1Char(')'));
+    }
+    return Tradueix("Moguda per festiu:") + QLatin1Char(' ') + dies.join(QStringLiteral(", ")) + QLatin1Char('.');
 }
 
-void Planificador::creaFeina(const Lloc &lloc, const QDate &dia)
+void Planificador::grava(FeinaPlanificada &p)
 {
-    const QString inici = lloc.hora.isEmpty() ? m_cfg.HoraInici : lloc.hora;
     Feina f;
-    f.llocs_nom = lloc.nom;
-    f.feines_data = dia;
-    f.feines_hora_inici = inici;
+    f.llocs_nom = p.llocs_nom;
+    f.feines_data = p.feines_data;
+    f.feines_hora_inici = p.feines_hora_inici;
     f.feines_hora_fi = QString();
     f.recursos_nom = QString(); // the place's default resource
     f.feines_feta = false;
@@ -159,15 +226,26 @@ void Planificador::creaFeina(const Lloc &lloc, const QDate &dia)
     f.feines_observacions = QString();
     m_motor.Grava_Feina(f, false);
 
+    p.missatge = f.missatge;
+    p.recursos_nom = f.missatge.isEmpty() ? f.recursos_nom : QString();
+    p.feines_id = f.missatge.isEmpty() ? f.feines_id : 0;
+    p.resultat = !f.missatge.isEmpty()      ? FeinaPlanificada::Resultat::Refusada
+                 : f.recursos_nom.isEmpty() ? FeinaPlanificada::Resultat::SenseRecurs
+                                            : FeinaPlanificada::Resultat::Ok;
+    if (m_silenci)
+        return;
+    const QString moguda = p.festius.isEmpty() ? QString() : textFestius(p.festius);
+    const QString &inici = p.feines_hora_inici;
+    const QDate &dia = p.feines_data;
     if (!f.missatge.isEmpty()) {
-        m_registre.afegeix(kCrLf + Tradueix("ERROR en planificació de feina: '") + lloc.nom + Tradueix("' el")
+        m_registre.afegeix(kCrLf + Tradueix("ERROR en planificació de feina: '") + p.llocs_nom + Tradueix("' el")
                            + QLatin1Char(' ') + diaDelLog(dia) + Tradueix(" a les") + QLatin1Char(' ') + inici
-                           + QLatin1Char('.') + kCrLf + f.missatge);
+                           + QLatin1Char('.') + (moguda.isEmpty() ? QString() : QLatin1Char(' ') + moguda) + kCrLf + f.missatge);
         return;
     }
     const QString recurs = f.recursos_nom.isEmpty() ? Tradueix("<no assignada>") : f.recursos_nom.toUpper();
     m_registre.afegeix(kCrLf + Tradueix("Feina") + QLatin1Char(' ') + QString::number(f.feines_id) + QStringLiteral(": ")
-                       + recurs + QStringLiteral("  -  '") + lloc.nom + Tradueix("' planificada el") + QLatin1Char(' ')
-                       + diaDelLog(dia) + Tradueix(" a les") + QLatin1Char(' ') + inici + QStringLiteral(". "));
+                       + recurs + QStringLiteral("  -  '") + p.llocs_nom + Tradueix("' planificada el") + QLatin1Char(' ')
+                       + diaDelLog(dia) + Tradueix(" a les") + QLatin1Char(' ') + inici + QStringLiteral(". ") + moguda);
     ++m_comptador;
 }

@@ -4,9 +4,11 @@
 
 #include <QDate>
 #include <QString>
+#include <functional>
 
 class Interaccio;
 class Planificador;
+struct PrevisioPlanificacio;
 struct Configuracio;
 
 // For the clicked day `dia`: nothing when it is not after cfg.UltimDiaGen; otherwise asks
@@ -16,3 +18,10 @@ struct Configuracio;
 // `resultat`, when given, receives the run's result ("" when it finished).
 bool Genera_Feines_Planificades(Planificador &planificador, Configuracio &cfg, Interaccio &interaccio,
                                 const QDate &dia, QString *resultat = nullptr);
+
+// The same with the preview in place of the Yes/No question: `confirma` shows what the run would
+// create and answers whether to create it; on yes exactly the jobs shown are stored. A preview
+// that fails is shown as an error and nothing moves.
+bool Genera_Feines_Planificades(Planificador &planificador, Configuracio &cfg, Interaccio &interaccio,
+                                const QDate &dia, const std::function<bool(const PrevisioPlanificacio &)> &confirma,
+                                QString *resultat = nullptr);

@@ -51,38 +51,59 @@ int numeroSetmana(const QDate &d, int primerDia)
     return (d.dayOfYear() - 1 + desfase) / 7 + 1;
 }
 
-QList<QDate> diesMensuals(const RitmeLloc &r, const QDate &F, const QDate &L)
+namespace {
+
+// A day the place does not work: a weekend day it does not include (unless it is the place's own
+// weekday) or a closed day it does not open on.
+struct Calendari {
+    const RitmeLloc &r;
+    const DiesTancats &tancats;
+
+    bool dissabteVetat(const QDate &d) const
+    {
+        return format::diaSetmana(d) == kDissabte && r.dia_setmana != kDissabte && !r.dissabte;
+    }
+    bool diumengeVetat(const QDate &d) const
+    {
+        return format::diaSetmana(d) == kDiumenge && r.dia_setmana != kDiumenge && !r.diumenge;
+    }
+    bool tancat(const QDate &d) const { return !r.festius && tancats.contains(d); }
+};
+
+QList<DiaPlanificat> mensuals(const Calendari &c, const QDate &F, const QDate &L)
 {
-    QList<QDate> dies;
+    QList<DiaPlanificat> dies;
     if (!F.isValid() || !L.isValid())
         return dies;
-    const int W = r.dia_setmana;
+    const RitmeLloc &r = c.r;
+    // A first-of-month day looks forward for a working day, a last-of-month day back.
+    const int pas = r.primer_dia_mes ? 1 : -1;
     QDate D = F;
     for (;;) {
-        const QDate R = Data_Planificacio(D, W, r.primer_dia_mes, r.ultim_dia_mes);
+        const QDate R = Data_Planificacio(D, r.dia_setmana, r.primer_dia_mes, r.ultim_dia_mes);
         D = R;
         if (D > L)
             break;
-        if (format::diaSetmana(D) == kDissabte && W != kDissabte && !r.dissabte)
-            D = D.addDays(r.primer_dia_mes ? 1 : -1);
-        if (format::diaSetmana(D) == kDiumenge && W != kDiumenge && !r.diumenge) {
-            if (r.primer_dia_mes)
-                D = D.addDays(1);
-            else
-                D = D.addDays(r.dissabte ? -1 : -2);
+        DiaPlanificat dia;
+        while (c.dissabteVetat(D) || c.diumengeVetat(D) || c.tancat(D)) {
+            if (c.tancat(D))
+                dia.festius.append(D);
+            D = D.addDays(pas);
         }
+        dia.dia = D;
         if (F <= D && D <= L)
-            dies.append(D);
+            dies.append(dia);
         // A day moved back must not make the search find the same month again.
         D = std::max(D, R).addDays(1);
     }
     return dies;
 }
 
-QList<QDate> diesCadaN(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
-                       int primerDia)
+QList<DiaPlanificat> cadaN(const Calendari &c, const QDate &F, const QDate &L, const QDate &darreraFeina,
+                           int primerDia)
 {
-    QList<QDate> dies;
+    QList<DiaPlanificat> dies;
+    const RitmeLloc &r = c.r;
     const int N = r.periodicitat_dies;
     const int W = r.dia_setmana;
     if (N <= 0 || !F.isValid() || !L.isValid())
@@ -96,6 +117,7 @@ QList<QDate> diesCadaN(const RitmeLloc &r, const QDate &F, const QDate &L, const
     // Week numbers start again at 1 in January, so across a new year the alignment waits until
     // the count passes the last aligned week: that is how the rhythm has always behaved.
     int setmanaAlineada = 0;
+    QList<QDate> saltats; // closed days stepped over since the last job
     while (D <= L) {
         if (W > 0 && setmanaAlineada < numeroSetmana(D, primerDia)) {
             setmanaAlineada = numeroSetmana(D, primerDia);
@@ -103,24 +125,63 @@ QList<QDate> diesCadaN(const RitmeLloc &r, const QDate &F, const QDate &L, const
             while (D < F)
                 D = D.addDays(N);
         }
-        if (format::diaSetmana(D) == kDissabte && W != kDissabte && !r.dissabte)
+        if (c.dissabteVetat(D))
             D = D.addDays(1);
-        if (format::diaSetmana(D) == kDiumenge && W != kDiumenge && !r.diumenge) {
+        // A Sunday or a closed day: the next day, and the new day may open a week that still has
+        // to be aligned.
+        if (c.diumengeVetat(D)) {
             D = D.addDays(1);
-            continue; // the new day may open a week that still has to be aligned
+            continue;
+        }
+        if (c.tancat(D)) {
+            saltats.append(D);
+            D = D.addDays(1);
+            continue;
         }
         if (F <= D && D <= L) {
-            dies.append(D);
+            dies.append({D, saltats});
+            saltats.clear();
             D = D.addDays(N);
         }
     }
     return dies;
 }
 
+QList<QDate> nomesDates(const QList<DiaPlanificat> &dies)
+{
+    QList<QDate> out;
+    out.reserve(dies.size());
+    for (const DiaPlanificat &d : dies)
+        out.append(d.dia);
+    return out;
+}
+
+const DiesTancats kCapTancat;
+
+} // namespace
+
+QList<QDate> diesMensuals(const RitmeLloc &r, const QDate &F, const QDate &L)
+{
+    return nomesDates(mensuals({r, kCapTancat}, F, L));
+}
+
+QList<QDate> diesCadaN(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
+                       int primerDia)
+{
+    return nomesDates(cadaN({r, kCapTancat}, F, L, darreraFeina, primerDia));
+}
+
 QList<QDate> diesPlanificats(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
                              int primerDia)
 {
+    return nomesDates(diesPlanificats(r, F, L, darreraFeina, primerDia, kCapTancat));
+}
+
+QList<DiaPlanificat> diesPlanificats(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
+                                     int primerDia, const DiesTancats &tancats)
+{
     if (r.periodicitat_dies <= 0)
         return {};
-    return r.mensual() ? diesMensuals(r, F, L) : diesCadaN(r, F, L, darreraFeina, primerDia);
+    const Calendari c{r, tancats};
+    return r.mensual() ? mensuals(c, F, L) : cadaN(c, F, L, darreraFeina, primerDia);
 }

@@ -5,6 +5,8 @@
 
 #include <QDate>
 #include <QList>
+#include <QMap>
+#include <QString>
 
 // The rhythm columns of a place (Llocs).
 struct RitmeLloc {
@@ -14,6 +16,7 @@ struct RitmeLloc {
     int dia_setmana = 0;       // 1 = Sunday ... 7 = Saturday; 0 = any day
     bool dissabte = false;     // Saturdays allowed
     bool diumenge = false;     // Sundays allowed
+    bool festius = false;      // works on closed days (llocs_festius)
 
     bool mensual() const { return primer_dia_mes || ultim_dia_mes; }
 };
@@ -40,3 +43,21 @@ QList<QDate> diesCadaN(const RitmeLloc &r, const QDate &F, const QDate &L, const
 // Either rule, as the place's flags choose.
 QList<QDate> diesPlanificats(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
                              int primerDia);
+
+// Closed days (Festius): date -> description.
+using DiesTancats = QMap<QDate, QString>;
+
+// A day of the rhythm and the closed days it was moved over to get there (none: not moved for
+// one; a weekend move alone is the rhythm's own and is not listed).
+struct DiaPlanificat {
+    QDate dia;
+    QList<QDate> festius;
+    bool operator==(const DiaPlanificat &) const = default;
+};
+
+// Either rule with the closed days: a closed day is treated as a Sunday the place does not work
+// (the every-N-days rule moves on a day and checks again; the monthly rule moves a first-of-month
+// day forward and a last-of-month day back, past weekend days the place does not work too),
+// unless the place works on closed days.
+QList<DiaPlanificat> diesPlanificats(const RitmeLloc &r, const QDate &F, const QDate &L, const QDate &darreraFeina,
+                                     int primerDia, const DiesTancats &tancats);

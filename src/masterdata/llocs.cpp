@@ -38,7 +38,8 @@ bool GestioLlocs::carrega(const QString &nom, FitxaLloc &f)
     Query q = m_sessio.db().prepared(QStringLiteral(
         "SELECT llocs_nom, clients_nom, \"llocs_adreça\", llocs_poblacio, llocs_telefon, llocs_minuts_previst, "
         "recursos_nom, llocs_observacions, llocs_periodicitat_dies, llocs_primer_dia_mes, llocs_ultim_dia_mes, "
-        "llocs_dia_setmana, llocs_dissabte, llocs_diumenge, llocs_hora, llocs_quota FROM Llocs WHERE llocs_nom = ?"));
+        "llocs_dia_setmana, llocs_dissabte, llocs_diumenge, llocs_hora, llocs_quota, llocs_festius FROM Llocs "
+        "WHERE llocs_nom = ?"));
     q.bind(nom).exec();
     if (!q.next())
         return false;
@@ -57,6 +58,7 @@ bool GestioLlocs::carrega(const QString &nom, FitxaLloc &f)
     f.diaSetmana = dia >= 1 && dia <= 7 ? dia : 0;
     f.dissabte = q.boolean(12);
     f.diumenge = q.boolean(13);
+    f.festius = q.boolean(16);
     f.hora = q.text(14);
     f.quota = q.isNull(QStringLiteral("llocs_quota")) ? QString() : mestres::textNombre(q.real(15));
     return true;
@@ -172,19 +174,19 @@ void GestioLlocs::escriu(const FitxaLloc &f, bool nou)
     const QString columnes = QStringLiteral(
         "llocs_nom, clients_nom, \"llocs_adreça\", llocs_poblacio, llocs_telefon, llocs_minuts_previst, "
         "recursos_nom, llocs_observacions, llocs_periodicitat_dies, llocs_primer_dia_mes, llocs_ultim_dia_mes, "
-        "llocs_dia_setmana, llocs_dissabte, llocs_diumenge, llocs_hora, llocs_quota");
+        "llocs_dia_setmana, llocs_dissabte, llocs_diumenge, llocs_hora, llocs_quota, llocs_festius");
     Query q = nou ? m_sessio.db().prepared(QStringLiteral("INSERT INTO Llocs (") + columnes +
-                                           QStringLiteral(") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"))
+                                           QStringLiteral(") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"))
                   : m_sessio.db().prepared(QStringLiteral(
                         "UPDATE Llocs SET llocs_nom = ?, clients_nom = ?, \"llocs_adreça\" = ?, llocs_poblacio = ?, "
                         "llocs_telefon = ?, llocs_minuts_previst = ?, recursos_nom = ?, llocs_observacions = ?, "
                         "llocs_periodicitat_dies = ?, llocs_primer_dia_mes = ?, llocs_ultim_dia_mes = ?, "
                         "llocs_dia_setmana = ?, llocs_dissabte = ?, llocs_diumenge = ?, llocs_hora = ?, "
-                        "llocs_quota = ? WHERE llocs_nom = ?"));
+                        "llocs_quota = ?, llocs_festius = ? WHERE llocs_nom = ?"));
     q.bind(f.nom).bind(f.client).bind(f.adreca).bind(f.poblacio).bind(f.telefon).bind(f.minutsPrevist.toInt())
         .bind(textONull(f.recurs)).bind(f.observacions).bind(f.periodicitat.toInt()).bind(f.primerMes ? 1 : 0)
         .bind(f.ultimMes ? 1 : 0).bind(f.diaSetmana).bind(f.dissabte ? 1 : 0).bind(f.diumenge ? 1 : 0)
-        .bind(textONull(f.hora)).bind(arrodoneix::centims(quota));
+        .bind(textONull(f.hora)).bind(arrodoneix::centims(quota)).bind(f.festius ? 1 : 0);
     if (!nou)
         q.bind(f.nomAnt);
     q.exec();

@@ -27,6 +27,7 @@ struct FitxaLloc {
     QString minutsPrevist;
     bool dissabte = false;
     bool diumenge = false;
+    bool festius = false; // works on closed days
     int diaSetmana = 0; // 1 = Sunday ... 7 = Saturday; 0 = none chosen
     bool primerMes = false;
     bool ultimMes = false;

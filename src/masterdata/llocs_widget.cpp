@@ -23,6 +23,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <tuple>
+
 namespace {
 
 QLabel *etiqueta(const QString &text, QWidget *camp, QWidget *pare)
@@ -94,6 +96,9 @@ void LlocsWidget::construeix(QWidget *pagina)
     m_dissabte->setObjectName(QStringLiteral("DissabteLloc"));
     m_diumenge = new QCheckBox(Tradueix("Inclou diumenges"), grupFitxa);
     m_diumenge->setObjectName(QStringLiteral("DiumengeLloc"));
+    m_festius = new QCheckBox(Tradueix("Treballa els festius"), grupFitxa);
+    m_festius->setObjectName(QStringLiteral("FestiusLloc"));
+    m_festius->setToolTip(Tradueix("La planificació hi posa feines també els dies festius"));
     m_observacions = new QPlainTextEdit(grupFitxa);
     m_observacions->setObjectName(QStringLiteral("ObservacionsLloc"));
     m_observacions->setTabChangesFocus(true);
@@ -124,7 +129,7 @@ void LlocsWidget::construeix(QWidget *pagina)
     g->addWidget(etiqueta(Tradueix("Dia de la setmana"), m_dies, grupFitxa), 5, 2);
     g->addWidget(m_dies, 5, 3);
     auto *marques = new QHBoxLayout;
-    for (QCheckBox *c : {m_primerMes, m_ultimMes, m_dissabte, m_diumenge})
+    for (QCheckBox *c : {m_primerMes, m_ultimMes, m_dissabte, m_diumenge, m_festius})
         marques->addWidget(c);
     marques->addStretch();
     g->addLayout(marques, 6, 1, 1, 3);
@@ -208,7 +213,7 @@ void LlocsWidget::ordreTabulacio()
 {
     const QList<QWidget *> ordre = {m_llista,    m_nom,       m_adreca,   m_poblacio,  m_telefon,      m_minuts,
                                     m_recursos,  m_periodicitat, m_hora,  m_quota,     m_dies,         m_primerMes,
-                                    m_ultimMes,  m_dissabte,  m_diumenge, m_observacions, m_afegir,    m_modificar,
+                                    m_ultimMes,  m_dissabte,  m_diumenge, m_festius, m_observacions, m_afegir,    m_modificar,
                                     m_eliminar,  m_linies,    m_serveis,  m_quantitat, m_preu,         m_descripcio,
                                     m_afegirServei, m_modificarServei, m_eliminarServei};
     for (int i = 1; i < ordre.size(); ++i)
@@ -313,6 +318,7 @@ FitxaLloc LlocsWidget::fitxa() const
     f.minutsPrevist = m_minuts->text();
     f.dissabte = m_dissabte->isChecked();
     f.diumenge = m_diumenge->isChecked();
+    f.festius = m_festius->isChecked();
     f.diaSetmana = m_dies->currentIndex() + 1;
     f.primerMes = m_primerMes->isChecked();
     f.ultimMes = m_ultimMes->isChecked();
@@ -334,6 +340,7 @@ void LlocsWidget::mostra(const FitxaLloc &f)
     m_minuts->setText(f.minutsPrevist);
     m_dissabte->setChecked(f.dissabte);
     m_diumenge->setChecked(f.diumenge);
+    m_festius->setChecked(f.festius);
     m_dies->setCurrentIndex(f.diaSetmana - 1);
     m_primerMes->setChecked(f.primerMes);
     m_ultimMes->setChecked(f.ultimMes);
@@ -444,8 +451,17 @@ void LlocsWidget::desaResultatLloc(const FitxaLloc &f, Resultat r)
 void LlocsWidget::modificarLloc()
 {
     FitxaLloc f = fitxa();
+    FitxaLloc abans;
+    const bool existia = m_gestio.carrega(f.nomAnt, abans);
     const Resultat r = m_gestio.ModificarLloc(f);
     desaResultatLloc(f, r);
+    const auto ritme = [](const FitxaLloc &l) {
+        return std::make_tuple(l.periodicitat.toInt(), l.primerMes, l.ultimMes, l.diaSetmana, l.dissabte, l.diumenge,
+                               l.festius, l.hora);
+    };
+    FitxaLloc despres;
+    if (r == Resultat::Fet && existia && m_gestio.carrega(f.nom, despres) && ritme(despres) != ritme(abans))
+        emit ritmeCanviat(despres.nom);
 }
 
 void LlocsWidget::eliminarLloc()

@@ -47,6 +47,8 @@ public:
 
 signals:
     void llocsCanviats();
+    // A stored place's rhythm, hour or weekday changed: its pending jobs may need re-planning.
+    void ritmeCanviat(const QString &lloc);
 
 private:
     void construeix(QWidget *pagina);
@@ -80,7 +82,7 @@ private:
     QListWidget *m_llista;
     QLineEdit *m_nom, *m_adreca, *m_poblacio, *m_telefon, *m_minuts, *m_periodicitat, *m_quota;
     QComboBox *m_dies, *m_hora, *m_recursos;
-    QCheckBox *m_primerMes, *m_ultimMes, *m_dissabte, *m_diumenge;
+    QCheckBox *m_primerMes, *m_ultimMes, *m_dissabte, *m_diumenge, *m_festius;
     QPlainTextEdit *m_observacions;
     QPushButton *m_afegir, *m_modificar, *m_eliminar;
     QGroupBox *m_grupLlista, *m_grupFitxa, *m_grupServeis;

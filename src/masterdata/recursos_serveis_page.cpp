@@ -1,5 +1,6 @@
 #include "recursos_serveis_page.h"
 
+#include "festius_widget.h"
 #include "formulari_widget.h"
 
 #include "core/sessio.h"
@@ -172,6 +173,7 @@ void RecursosServeisPage::construeix()
     auto *h = new QHBoxLayout(this);
     h->addWidget(grupRecursos, 1);
     h->addWidget(grupServeis, 1);
+    h->addWidget(new FestiusWidget(m_sessio, m_io, this), 1);
 
     connect(m_llistaRecursos, &QListWidget::currentRowChanged, this, [this] { enRecursTriat(); });
     connect(m_grup, &QCheckBox::clicked, this, &RecursosServeisPage::enGrupCanviat);

@@ -4,13 +4,18 @@
 #include "frm_missatges.h"
 #include "producte.h"
 #include "agenda/agenda_page.h"
+#include "agenda/previsio_planificacio_dialog.h"
+#include "agenda/replanificacio_dialog.h"
 #include "billing/facturacio_page.h"
 #include "billing/graella_facturacio_widget.h"
 #include "billing/informe_factura.h"
 #include "billing/resum_facturacio.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
+#include "jobs/motor_feines.h"
+#include "jobs/replanificacio.h"
 #include "masterdata/clients_page.h"
+#include "masterdata/llocs_widget.h"
 #include "masterdata/recursos.h"
 #include "masterdata/recursos_serveis_page.h"
 #include "reports/detall_feina.h"
@@ -62,6 +67,10 @@ AgendaPage *posaAgenda(frmMain &finestra)
     frmMain *f = &finestra;
     ctl.registrePlanificacio = [f]() -> RegistreSortida * { return f->missatges(); };
     ctl.alPlanificar = [f](const QDate &d) { f->actualitzaUltimDiaPlanificat(d); };
+    ctl.confirmaPlanificacio = [f](const PrevisioPlanificacio &previsio) {
+        PrevisioPlanificacioDialog dialeg(previsio, f);
+        return dialeg.exec() == QDialog::Accepted;
+    };
     finestra.posaPagina(frmMain::Agenda, pagina);
     connectaImpressions(finestra, *pagina);
     return pagina;
@@ -156,6 +165,30 @@ FacturacioPage *posaFacturacio(frmMain &finestra)
     return pagina;
 }
 
+// A place whose rhythm changed: its pending jobs and what the new rhythm would create instead,
+// replaced in one transaction when the user confirms.
+void ofereixReplanificacio(frmMain &finestra, const QString &lloc)
+{
+    Sessio &s = finestra.sessio();
+    MotorFeines motor(s.db(), s.cfg());
+    Replanificador replanificador(s.db(), s.cfg(), motor, *finestra.missatges());
+    const PrevisioReplanificacio p = replanificador.Previsualitza(lloc, QDate::currentDate());
+    if (!p.error.isEmpty()) {
+        finestra.interaccio().error(QStringLiteral("ERROR"), p.error);
+        return;
+    }
+    if (p.buida())
+        return;
+    ReplanificacioDialog dialeg(p, &finestra);
+    if (dialeg.exec() != QDialog::Accepted)
+        return;
+    const QString r = replanificador.Replanifica_Lloc(p);
+    if (!r.isEmpty())
+        finestra.interaccio().error(QStringLiteral("ERROR"), r);
+    s.RefrescarAgenda = true;
+    s.RefrescarFacturacio = true;
+}
+
 // Both master-data tabs, wired to each other, to the tab switch, to the agenda's jumps (a
 // double click on a place or a resource beside the agenda opens it here) and to billing (its
 // client list, and the voucher list refilled whenever billing or the agenda changed vouchers);
@@ -174,6 +207,8 @@ void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda, FacturacioPage &f
     QObject::connect(&agenda, &AgendaPage::obreLloc, clients, &ClientsPage::obreLloc);
     QObject::connect(&agenda, &AgendaPage::obreRecurs, recursos, &RecursosServeisPage::obreRecurs);
     QObject::connect(clients, &ClientsPage::clientsCanviats, &facturacio, &FacturacioPage::recarregaClients);
+    QObject::connect(clients->llocs(), &LlocsWidget::ritmeCanviat, &finestra,
+                     [&finestra](const QString &lloc) { ofereixReplanificacio(finestra, lloc); });
     const auto recarregaXecs = [clients] { clients->Carrega_Xecs_Client(); };
     facturacio.controlador().recarregaXecs = recarregaXecs;
     agenda.controlador().recarregaXecs = recarregaXecs;

@@ -414,14 +414,14 @@ private slots:
 
     // ------------------------------------------------------------ reading the grid
 
-    // One query for the jobs of each view, plus the overtime in the day view.
+    // One query for the jobs of each view, one for its closed days, plus the overtime in the day view.
     void unaConsultaPerVista()
     {
         for (int i = 0; i < 6; ++i)
             dades_prova::feina(db(), "Escola", kDimecres.addDays(i - 2), "09:00", "10:00", i % 2 ? "Anna" : "Equip");
         auto m = std::make_unique<ModelAgenda>(db(), cfg());
         m->setAvui(kDimecres);
-        const QList<QPair<VistaAgenda, int>> casos = {{VistaAgenda::Dia, 2}, {VistaAgenda::Setmana, 1}, {VistaAgenda::Mes, 1}};
+        const QList<QPair<VistaAgenda, int>> casos = {{VistaAgenda::Dia, 3}, {VistaAgenda::Setmana, 2}, {VistaAgenda::Mes, 2}};
         for (const auto &[vista, esperades] : casos)
             QCOMPARE(dades_prova::sentencies(db(), [&] { m->Construeix_Agenda(EstatAgenda(vista, kDimecres, cfg().PrimerDiaSetmana)); }),
                      esperades);

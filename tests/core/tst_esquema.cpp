@@ -24,7 +24,7 @@ private slots:
         QTest::addColumn<QString>("table");
         QTest::addColumn<QStringList>("columns");
         QTest::newRow("Clients") << "Clients" << QStringList{"clients_nom", "clients_NIF", "clients_adreça", "clients_codi_postal", "clients_poblacio", "clients_telefons", "clients_email", "clients_ccc", "clients_data_alta", "clients_xecs", "clients_observacions"};
-        QTest::newRow("Llocs") << "Llocs" << QStringList{"llocs_nom", "clients_nom", "llocs_adreça", "llocs_poblacio", "llocs_telefon", "llocs_minuts_previst", "recursos_nom", "llocs_observacions", "llocs_periodicitat_dies", "llocs_primer_dia_mes", "llocs_ultim_dia_mes", "llocs_dia_setmana", "llocs_dissabte", "llocs_diumenge", "llocs_hora", "llocs_quota"};
+        QTest::newRow("Llocs") << "Llocs" << QStringList{"llocs_nom", "clients_nom", "llocs_adreça", "llocs_poblacio", "llocs_telefon", "llocs_minuts_previst", "recursos_nom", "llocs_observacions", "llocs_periodicitat_dies", "llocs_primer_dia_mes", "llocs_ultim_dia_mes", "llocs_dia_setmana", "llocs_dissabte", "llocs_diumenge", "llocs_hora", "llocs_quota", "llocs_festius"};
         QTest::newRow("Recursos") << "Recursos" << QStringList{"recursos_nom", "recursos_grup", "recursos_color", "recursos_assigna_temps"};
         QTest::newRow("Recursos_Components") << "Recursos_Components" << QStringList{"recursos_nom", "recursos_component_nom"};
         QTest::newRow("Serveis") << "Serveis" << QStringList{"serveis_nom", "serveis_descripcio", "serveis_unitat", "serveis_preu_un", "serveis_minuts_per_unitat", "serveis_comu_per_recursos"};
@@ -34,6 +34,7 @@ private slots:
         QTest::newRow("Xecs") << "Xecs" << QStringList{"xecs_id", "clients_nom", "feines_id", "xecs_data_entrega", "xecs_data_liquidat", "xecs_valor"};
         QTest::newRow("Pagaments") << "Pagaments" << QStringList{"clients_nom", "pagaments_mes", "pagaments_import"};
         QTest::newRow("Hores_Fetes") << "Hores_Fetes" << QStringList{"recursos_nom", "hores_data", "hores_quantitat"};
+        QTest::newRow("Festius") << "Festius" << QStringList{"festius_data", "festius_descripcio"};
     }
 
     void everyTableAndColumn()

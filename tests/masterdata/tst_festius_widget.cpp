@@ -1,0 +1,72 @@
+// The closed days' box on the resources tab: what it lists after each action, the message of a
+// refused one with nothing changed, and the agenda told to rebuild its headers.
+#include "masterdata/festius_widget.h"
+#include "support/entorn_proves.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QtTest>
+
+namespace {
+
+QStringList files(QTableWidget *t)
+{
+    QStringList out;
+    for (int r = 0; r < t->rowCount(); ++r)
+        out << t->item(r, 0)->text() + QLatin1Char(' ') + t->item(r, 1)->text();
+    return out;
+}
+
+} // namespace
+
+class TestFestiusWidget : public QObject {
+    Q_OBJECT
+
+private slots:
+    void addDeleteImport()
+    {
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        InteraccioGuio ui;
+        FestiusWidget w(*s, ui);
+        auto *llista = w.findChild<QTableWidget *>(QStringLiteral("LlistaFestius"));
+        auto *data = w.findChild<QLineEdit *>(QStringLiteral("DataFestiu"));
+        auto *descripcio = w.findChild<QLineEdit *>(QStringLiteral("DescripcioFestiu"));
+        auto *afegir = w.findChild<QPushButton *>(QStringLiteral("AfegirFestiu"));
+
+        // The last two: a date that is not one, and a day already closed: a message each, the
+        // typing kept.
+        const QList<QPair<QString, QString>> dies = {
+            {"25/12/26", "Nadal"}, {"8/12/2026", "Immaculada"}, {"31/02/2026", "Mal"}, {"25/12/2026", "Segon"}};
+        for (const auto &[text, nom] : dies) {
+            data->setText(text);
+            descripcio->setText(nom);
+            QTest::mouseClick(afegir, Qt::LeftButton);
+        }
+        QCOMPARE(files(llista), QStringList({"08/12/2026 Immaculada", "25/12/2026 Nadal"}));
+        QCOMPARE(data->text(), QStringLiteral("25/12/2026"));
+        QCOMPARE(ui.crides.size(), 2);
+        QVERIFY(s->RefrescarAgenda);
+
+        llista->setCurrentCell(0, 0);
+        QTest::mouseClick(w.findChild<QPushButton *>(QStringLiteral("EliminarFestiu")), Qt::LeftButton);
+        QCOMPARE(files(llista), QStringList{"25/12/2026 Nadal"});
+
+        QTemporaryDir tmp;
+        QFile ics(tmp.filePath(QStringLiteral("f.ics")));
+        QVERIFY(ics.open(QIODevice::WriteOnly));
+        ics.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//x//y//CA\r\nBEGIN:VEVENT\r\nUID:a\r\n"
+                  "DTSTART;VALUE=DATE:20270101\r\nSUMMARY:Cap d'any\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+        ics.close();
+        w.triaFitxer = [&] { return ics.fileName(); };
+        ui.crides.clear();
+        QTest::mouseClick(w.findChild<QPushButton *>(QStringLiteral("ImportarFestius")), Qt::LeftButton);
+        QCOMPARE(files(llista), QStringList({"25/12/2026 Nadal", "01/01/2027 Cap d'any"}));
+        QCOMPARE(ui.crides.size(), 1);
+        QVERIFY(ui.crides[0].text.startsWith(QStringLiteral("1 ")));
+    }
+};
+
+QTEST_MAIN(TestFestiusWidget)
+#include "tst_festius_widget.moc"
