@@ -7,6 +7,7 @@
 #include "billing/facturacio_page.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
+#include <QStatusBar>
 #include "masterdata/clients_page.h"
 #include "masterdata/recursos.h"
 #include "masterdata/recursos_serveis_page.h"
@@ -53,6 +54,7 @@ AgendaPage *posaAgenda(frmMain &finestra)
     frmMain *f = &finestra;
     ctl.registrePlanificacio = [f]() -> RegistreSortida * { return f->missatges(); };
     ctl.alPlanificar = [f](const QDate &d) { f->actualitzaUltimDiaPlanificat(d); };
+    ctl.avisaEstat = [f](const QString &text) { f->sbStatusBar->showMessage(text, 15000); };
     finestra.posaPagina(frmMain::Agenda, pagina);
     connectaImpressions(finestra, *pagina);
     return pagina;
