@@ -1,101 +1,64 @@
-// The configuration dialog's time lists: a cell length that is refused, or tried and changed
-// back, leaves the times as the user had them; an inverted day keeps the dialog open on the end.
+// The configuration's times: a cell length refused, or tried and changed back, leaves the times
+// as the user had them; confirming refuses a day that ends before it starts and a lunch outside it.
 #include "config/configuracio_dialog.h"
 #include "support/entorn_proves.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTest>
+
+using namespace edicio_configuracio;
 
 class TestConfiguracioHoresDialog : public QObject {
     Q_OBJECT
-
-    std::unique_ptr<DirectoriProva> m_dir;
-    std::unique_ptr<Sessio> m_sessio;
-    InteraccioGuio m_ui;
-
-    std::unique_ptr<frmConfiguracio> obre()
-    {
-        m_dir = std::make_unique<DirectoriProva>();
-        m_dir->posaParametre("PrimeraExecucio", "0");
-        m_dir->posaParametre("MinutsCella", "30");
-        m_dir->posaParametre("HoraInici", "08:00");
-        m_dir->posaParametre("HoraFinal", "20:00");
-        m_sessio = m_dir->obreSessio();
-        m_ui = InteraccioGuio();
-        auto d = std::make_unique<frmConfiguracio>(*m_sessio, m_ui);
-        d->show();
-        d->activateWindow();
-        [&] { QVERIFY(QTest::qWaitForWindowActive(d.get())); }();
-        return d;
-    }
-
-    static void escriuISurt(QLineEdit *camp, const QString &text)
-    {
-        camp->setFocus();
-        QTRY_VERIFY(camp->hasFocus());
-        camp->selectAll();
-        QTest::keyClicks(camp, text);
-        QTest::keyClick(camp, Qt::Key_Tab);
-        QTest::qWait(30);
-    }
-
-    static QStringList hores(const frmConfiguracio &d)
-    {
-        return {d.ComboHoraInici->currentText(), d.ComboHoraFinal->currentText(), d.ComboHoraIniciDinar->currentText(),
-                d.ComboHoraFinalDinar->currentText()};
-    }
-
-    static void tria(QComboBox *c, const QString &text)
-    {
-        c->setCurrentIndex(c->findText(text));
-        emit c->activated(c->currentIndex());
-    }
-
 private slots:
     void cellLengthKeepsTheChosenTimes()
     {
-        auto d = obre();
-        tria(d->ComboHoraIniciDinar, "13:00");
-        const QStringList abans{"08:00", "20:00", "13:00", "15:00"};
-        QCOMPARE(hores(*d), abans);
-        const QString horesDia = d->txtHoresDia->text();
-
-        // Refused: nothing else moves.
-        for (const char *refusat : {"5", "dos"}) {
-            m_ui.crides.clear();
-            escriuISurt(d->txtMinutsCella, refusat);
-            QCOMPARE(m_ui.crides.size(), 1);
-            QCOMPARE(hores(*d), abans);
-            QCOMPARE(d->txtHoresDia->text(), horesDia);
+        DirectoriProva dir;
+        dir.posaParametre("PrimeraExecucio", "0");
+        dir.posaParametre("HoraInici", "08:00");
+        auto s = dir.obreSessio();
+        InteraccioGuio ui;
+        frmConfiguracio d(*s, ui);
+        d.show();
+        d.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        auto hores = [&] { return QStringList{d.ComboHoraInici->currentText(), d.ComboHoraFinalDinar->currentText()}; };
+        for (const char *minuts : {"5", "45", "30"}) {
+            d.txtMinutsCella->setFocus();
+            d.txtMinutsCella->setText(minuts);
+            d.txtHoresDia->setFocus();
+            QTest::qWait(30);
+            if (QByteArray(minuts) == "45")
+                QCOMPARE(hores(), (QStringList{"07:30", "15:00"})); // 08:00 is not on a 45-minute grid
+            else
+                QCOMPARE(hores(), (QStringList{"08:00", "15:00"}));
         }
-        // Tried: the grid of 45 minutes cannot hold 08:00; changed back: the user's times return.
-        escriuISurt(d->txtMinutsCella, "45");
-        QCOMPARE(d->ComboHoraInici->currentText(), QString("07:30"));
-        escriuISurt(d->txtMinutsCella, "30");
-        QCOMPARE(hores(*d), abans);
+        QCOMPARE(ui.crides.size(), 1); // the refused 5
     }
 
-    void anInvertedDayIsRefusedOnTheEndTime()
+    void dayAndLunchMustFit_data()
     {
-        auto d = obre();
-        tria(d->ComboHoraFinal, "07:00");
-        const QByteArray ini = [&] {
-            QFile f(m_dir->fitxerIni());
-            return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-        }();
-        QTest::mouseClick(d->OKButton, Qt::LeftButton);
-        QVERIFY(d->isVisible());
-        QCOMPARE(m_ui.crides.size(), 1);
-        QCOMPARE(m_ui.crides.at(0).text, QString("L'hora final ha de ser posterior a l'hora d'inici"));
-        QTRY_VERIFY(d->ComboHoraFinal->hasFocus());
-        QCOMPARE(d->ComboHoraFinal->currentText(), QString("07:00"));
-        QFile f(m_dir->fitxerIni());
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QCOMPARE(f.readAll(), ini);
-        QVERIFY(!m_sessio->ReiniciarAplicacio);
+        QTest::addColumn<QStringList>("hores"); // start, end, lunch start, lunch end
+        QTest::addColumn<int>("resultat");
+        QTest::newRow("ordinary") << QStringList{"08:00", "24:00", "13:30", "13:30"} << int(Resultat::Gravat);
+        QTest::newRow("end before start") << QStringList{"09:00", "09:00", "13:30", "15:00"} << int(Resultat::DiaIncorrecte);
+        QTest::newRow("lunch before the day") << QStringList{"14:00", "22:00", "13:30", "15:00"} << int(Resultat::DinarIncorrecte);
+        QTest::newRow("lunch inverted") << QStringList{"08:00", "20:00", "15:00", "13:30"} << int(Resultat::DinarIncorrecte);
+    }
+    void dayAndLunchMustFit()
+    {
+        QFETCH(QStringList, hores);
+        QFETCH(int, resultat);
+        DirectoriProva dir;
+        auto s = dir.obreSessio();
+        Valors v = valorsInicials(*s);
+        std::tie(v.HoraInici, v.HoraFinal, v.HoraIniciDinar, v.HoraFinalDinar) = std::tie(hores[0], hores[1], hores[2], hores[3]);
+        InteraccioGuio ui;
+        ui.respostes = {true};
+        int escrits = 0;
+        QCOMPARE(int(confirma(*s, v, ui, [&](auto &, auto &, auto &) { return ++escrits; })), resultat);
+        QCOMPARE(escrits > 0, resultat == int(Resultat::Gravat));
     }
 };
 
