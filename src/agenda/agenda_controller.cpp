@@ -242,8 +242,18 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             f.feines_data = diaDesti;
             f.feines_hora_inici = horaDesti;
             f.recursos_nom = dia ? m_model.recursColumna(col) : QString();
+            QString volgut = f.recursos_nom;
+            if (volgut.isEmpty()) {
+                Query q = m_db.prepared(QStringLiteral("SELECT recursos_nom FROM Llocs WHERE llocs_nom = ?"));
+                q.bind(nom).exec();
+                if (q.next())
+                    volgut = q.text(0);
+            }
             m_motor.Grava_Feina(f, false);
             exit(f);
+            // A busy resource does not refuse a drop: the job is stored unassigned, and said so.
+            if (f.missatge.isEmpty() && f.recursos_nom.isEmpty() && !volgut.isEmpty() && avisaEstat)
+                avisaEstat(Tradueix("Recurs ocupat: la feina queda sense assignar"));
         } else if (tipus == QLatin1Char('F')) {
             Feina f = FeinaSeleccionada;
             const int durada = hora::minuts(f.feines_hora_fi) - hora::minuts(f.feines_hora_inici);
@@ -431,7 +441,8 @@ void ControladorAgenda::tecla(int codi)
             exit(f);
         } else {
             const QString pregunta = Tradueix("Eliminar feina") + QLatin1Char(' ') + f.recursos_nom + QStringLiteral(" '")
-                + f.llocs_nom + QStringLiteral("' del ") + format::dataCurta(f.feines_data) + QStringLiteral(" ?");
+                + f.llocs_nom + QLatin1Char('\'') + Tradueix(" del") + QLatin1Char(' ') + format::dataCurta(f.feines_data)
+                + QStringLiteral(" ?");
             if (m_interaccio.pregunta(Tradueix("CONFIRMACIO"), pregunta)) {
                 m_motor.Borra_Feina(f);
                 exit(f);

@@ -71,6 +71,8 @@ public:
     std::function<bool(const PrevisioPlanificacio &)> confirmaPlanificacio;
     // The last planned day moved (the status bar shows it).
     std::function<void(const QDate &)> alPlanificar;
+    // A short note for the status bar: what an action did that the grid alone does not tell.
+    std::function<void(const QString &)> avisaEstat;
 
     // ---- state shared with the page
     Feina FeinaSeleccionada;

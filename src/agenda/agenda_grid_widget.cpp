@@ -31,6 +31,12 @@ QColor colorCapcalera(const QPalette &p)
 
 // ------------------------------------------------------------------ body cells
 
+bool esFeinaSeleccionada(const ControladorAgenda &ctl, const QModelIndex &index)
+{
+    const int id = ctl.FeinaSeleccionada.feines_id;
+    return id > 0 && index.data(ModelTaulaAgenda::RolFeines).toList().contains(QVariant(id));
+}
+
 class DelegatAgenda : public QStyledItemDelegate {
 public:
     DelegatAgenda(ControladorAgenda &ctl, QObject *parent) : QStyledItemDelegate(parent), m_ctl(ctl) {}
@@ -76,7 +82,20 @@ public:
             }
         }
 
-        if (opcio.state & QStyle::State_HasFocus || opcio.state & QStyle::State_Selected) {
+        if (esFeinaSeleccionada(m_ctl, index)) {
+            // The selected job stays outlined when the grid loses the focus, in every view; its
+            // day in the month is tinted too, to tell it from the current cell.
+            QColor tint = pal.color(QPalette::Highlight);
+            if (vista == VistaAgenda::Mes) {
+                tint.setAlpha(40);
+                p->fillRect(r.adjusted(1, 1, -1, -1), tint);
+            }
+            p->setRenderHint(QPainter::Antialiasing, true);
+            p->setPen(QPen(pal.color(QPalette::Highlight).darker(120), 4));
+            p->setBrush(Qt::NoBrush);
+            p->drawRoundedRect(QRectF(r).adjusted(2, 2, -2, -2), 3, 3);
+            p->setRenderHint(QPainter::Antialiasing, false);
+        } else if (opcio.state & QStyle::State_HasFocus || opcio.state & QStyle::State_Selected) {
             p->setPen(QPen(pal.color(QPalette::Highlight), 2));
             p->drawRect(QRectF(r).adjusted(1, 1, -1, -1));
         }
@@ -422,6 +441,12 @@ void AgendaGridWidget::mousePressEvent(QMouseEvent *e)
     setCurrentIndex(m_taula->index(m_cellaPremuda.y() - 1, m_cellaPremuda.x() - 1));
     m_sincronitzant = false;
     m_caption = m_ctl.premGraella(m_cellaPremuda.y(), m_cellaPremuda.x(), e->button() == Qt::LeftButton);
+    viewport()->update(); // the selected job's outline moves
+}
+
+bool AgendaGridWidget::ressaltada(int fila, int col) const
+{
+    return esFeinaSeleccionada(m_ctl, m_taula->index(fila - 1, col - 1));
 }
 
 void AgendaGridWidget::premCapcalera(int fila, int col, Qt::MouseButton boto)

@@ -30,6 +30,9 @@ public:
     QRect rectCella(int fila, int col) const;
     // The cell a drag is hovering (x = column, y = row), (-1, -1) when none.
     QPoint celaDesti() const { return m_desti; }
+    // True when the grid cell shows the agenda's selected job (the job pressed last): its block
+    // in the day and week views, its day in the month view. Such cells are drawn outlined.
+    bool ressaltada(int fila, int col) const;
 
     // The press, drag and double-click handling of the header row, the header column and the
     // corner (the header widgets forward their mouse events here).

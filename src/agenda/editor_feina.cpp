@@ -116,6 +116,8 @@ void EditorFeina::carrega(Feina &feina)
     m_quantitatLinia.clear();
     m_unitatLinia.clear();
     m_preuLinia.clear();
+    m_liniaSeleccionada = -1;
+    m_desat = estat();
 }
 
 void EditorFeina::setHoraInici(const QString &hora)
@@ -159,47 +161,117 @@ void EditorFeina::triaServei(const QString &servei)
         return;
     m_unitatLinia = m_motor.Unitat_Servei(servei);
     m_descripcioLinia = m_motor.Descripcio_Servei(servei, m_original.llocs_nom);
-    m_preuLinia = textNombre(m_motor.Preu_Servei(servei));
+    m_preuLinia = format::preu(m_motor.Preu_Servei(servei));
+}
+
+bool EditorFeina::llegeixLinia(LiniaServei &linia, int excepte) const
+{
+    double quantitat = 0.0;
+    double preu = 0.0;
+    if (!format::llegeixReal(m_quantitatLinia, &quantitat)) {
+        m_ui.informa(Tradueix("AVÍS"), Tradueix("Cal informar la quantitat"));
+        return false;
+    }
+    if (!format::llegeixReal(m_preuLinia, &preu)) {
+        m_ui.informa(Tradueix("AVÍS"), Tradueix("Cal informar el preu unitari"));
+        return false;
+    }
+    for (int i = 0; i < m_linies.size(); ++i) {
+        const LiniaServei &l = m_linies.at(i);
+        if (i != excepte && l.serveis_nom.compare(m_serveiLinia, Qt::CaseInsensitive) == 0
+            && l.descripcio == m_descripcioLinia) {
+            m_ui.informa(Tradueix("AVÍS"), Tradueix("El servei/descripció ja existeix en la feina"));
+            return false;
+        }
+    }
+    const QString unitat = m_unitatLinia.isEmpty() ? m_motor.Unitat_Servei(m_serveiLinia) : m_unitatLinia;
+    linia = {m_serveiLinia, m_descripcioLinia, quantitat, unitat, preu};
+    return true;
 }
 
 bool EditorFeina::afegeixServei()
 {
     if (m_serveiLinia.isEmpty())
         return false;
-    double quantitat = 0.0;
-    double preu = 0.0;
-    if (!format::llegeixReal(m_quantitatLinia, &quantitat)) {
-        avisa(Tradueix("Cal informar la quantitat"));
+    LiniaServei l;
+    if (!llegeixLinia(l, -1))
         return false;
-    }
-    if (!format::llegeixReal(m_preuLinia, &preu)) {
-        avisa(Tradueix("Cal informar el preu unitari"));
-        return false;
-    }
-    for (const LiniaServei &l : m_linies) {
-        if (l.serveis_nom.compare(m_serveiLinia, Qt::CaseInsensitive) == 0 && l.descripcio == m_descripcioLinia) {
-            avisa(Tradueix("El servei/descripció ja existeix en la feina"));
-            return false;
-        }
-    }
-    const QString unitat = m_unitatLinia.isEmpty() ? m_motor.Unitat_Servei(m_serveiLinia) : m_unitatLinia;
-    m_linies.append({m_serveiLinia, m_descripcioLinia, quantitat, unitat, preu});
+    m_linies.append(l);
+    m_liniaSeleccionada = -1;
     recalculaHoraFi();
     return true;
+}
+
+bool EditorFeina::substitueixLinia()
+{
+    if (m_serveiLinia.isEmpty() || m_liniaSeleccionada < 0 || m_liniaSeleccionada >= m_linies.size())
+        return false;
+    LiniaServei l;
+    if (!llegeixLinia(l, m_liniaSeleccionada))
+        return false;
+    m_linies[m_liniaSeleccionada] = l;
+    m_liniaSeleccionada = -1;
+    recalculaHoraFi();
+    return true;
+}
+
+void EditorFeina::carregaLiniaEditada(const LiniaServei &l)
+{
+    m_serveiLinia = l.serveis_nom;
+    m_descripcioLinia = l.descripcio.isEmpty() ? m_motor.Descripcio_Servei(l.serveis_nom, m_original.llocs_nom)
+                                               : l.descripcio;
+    m_quantitatLinia = textNombre(l.quantitat);
+    m_unitatLinia = l.unitat;
+    m_preuLinia = format::preu(l.preu);
+}
+
+void EditorFeina::seleccionaLinia(int fila)
+{
+    if (fila < 0 || fila >= m_linies.size()) {
+        m_liniaSeleccionada = -1;
+        return;
+    }
+    m_liniaSeleccionada = fila;
+    carregaLiniaEditada(m_linies.at(fila));
 }
 
 void EditorFeina::treuLinia(int fila)
 {
     if (fila < 0 || fila >= m_linies.size())
         return;
-    const LiniaServei l = m_linies.takeAt(fila);
-    m_serveiLinia = l.serveis_nom;
-    m_descripcioLinia = l.descripcio.isEmpty() ? m_motor.Descripcio_Servei(l.serveis_nom, m_original.llocs_nom)
-                                               : l.descripcio;
-    m_quantitatLinia = textNombre(l.quantitat);
-    m_unitatLinia = l.unitat;
-    m_preuLinia = textNombre(l.preu);
+    carregaLiniaEditada(m_linies.takeAt(fila));
+    m_liniaSeleccionada = -1;
     recalculaHoraFi();
+}
+
+bool EditorFeina::marcaFeta(bool feta)
+{
+    if (feta && !m_feta) {
+        const QDate data = format::llegeixData(m_data);
+        QString refus;
+        if (m_recurs.isEmpty())
+            refus = Tradueix("Cal assignar recurs si la feina està feta");
+        else if (m_linies.isEmpty())
+            refus = Tradueix("Una feina feta ha de tenir serveis");
+        else if (data.isValid() && data > avui())
+            refus = Tradueix("Una feina futura no pot estar feta");
+        if (!refus.isEmpty()) {
+            avisa(refus);
+            return false;
+        }
+    }
+    m_feta = feta;
+    return true;
+}
+
+EditorFeina::Estat EditorFeina::estat() const
+{
+    return {m_data, m_horaInici, m_horaFi, m_recurs, m_dataFactura, m_observacions, m_feta, m_linies};
+}
+
+bool EditorFeina::teCanvis() const
+{
+    return !(estat() == m_desat);
 }
 
 double EditorFeina::total() const
@@ -321,6 +393,7 @@ bool EditorFeina::modifica()
     f.missatge = QStringLiteral("OK");
     *m_feina = f;
     m_original = f;
+    m_desat = estat();
     return true;
 }
 

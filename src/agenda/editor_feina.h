@@ -27,6 +27,8 @@ struct LiniaServei {
     double quantitat = 0.0;
     QString unitat;
     double preu = 0.0;
+
+    bool operator==(const LiniaServei &) const = default;
 };
 
 class EditorFeina {
@@ -56,6 +58,10 @@ public:
     bool esborraRecurs();
     bool feta() const { return m_feta; }
     void setFeta(bool feta) { m_feta = feta; }
+    // The user ticks or clears "Feta". Ticking is refused, with the message storing would give,
+    // when the job could not be stored done (no resource, no lines, a future date): a done job
+    // locks its fields, so the user could no longer put right what the store refuses.
+    bool marcaFeta(bool feta);
     // A done job is locked: only the flag itself and the invoice date stay editable.
     bool bloquejat() const { return m_feta; }
     QString dataFactura() const { return m_dataFactura; }
@@ -80,13 +86,22 @@ public:
     void triaServei(const QString &servei);
     // Adds the edited line; false (with the reason shown) when it is refused or no service is chosen.
     bool afegeixServei();
-    // Takes a line out of the job into the line editor, to be changed and added again.
+    // Takes a line out of the job; its values stay in the line editor, to be added again.
     void treuLinia(int fila);
+    // A click on a line: loads it into the line editor and selects it; the lines do not change.
+    void seleccionaLinia(int fila);
+    int liniaSeleccionada() const { return m_liniaSeleccionada; } // -1 when none
+    // The edited line replaces the selected one, with the checks of adding; false (with the
+    // reason shown) when it is refused or no line is selected.
+    bool substitueixLinia();
 
     // ---- the lines and the total
     const QList<LiniaServei> &linies() const { return m_linies; }
     double total() const; // rounded to cents
     QString totalText() const;
+
+    // True when the fields or the lines differ from the job as it was loaded (or last stored).
+    bool teCanvis() const;
 
     // ---- storing
     // Runs the checks in order, stores the job and its lines; true when stored (the caller's record
@@ -107,6 +122,19 @@ private:
     QDate avui() const;
     void avisa(const QString &text);
     void desaLinies(int feinesId);
+    bool llegeixLinia(LiniaServei &linia, int excepte) const;
+    void carregaLiniaEditada(const LiniaServei &l);
+
+    // The fields as the user can change them, to tell whether anything is left unsaved.
+    struct Estat {
+        QString data, horaInici, horaFi, recurs, dataFactura, observacions;
+        bool feta = false;
+        QList<LiniaServei> linies;
+        bool operator==(const Estat &) const = default;
+    };
+    Estat estat() const;
+    Estat m_desat;
+    int m_liniaSeleccionada = -1;
 
     Db &m_db;
     const Configuracio &m_cfg;

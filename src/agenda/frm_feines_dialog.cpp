@@ -3,6 +3,7 @@
 #include "agenda_controller.h"
 
 #include "core/db.h"
+#include "core/formats.h"
 #include "core/interaccio.h"
 #include "core/sessio.h"
 #include "core/traduccio.h"
@@ -67,7 +68,7 @@ void seleccionaText(QComboBox *combo, const QString &text)
 
 FrmFeinesDialog::FrmFeinesDialog(Db &db, const Configuracio &cfg, MotorFeines &motor, Interaccio &ui, Feina &feina,
                                  QWidget *parent)
-    : QDialog(parent), m_editor(db, cfg, motor, ui)
+    : QDialog(parent), m_editor(db, cfg, motor, ui), m_ui(ui)
 {
     setObjectName(QStringLiteral("frmFeines"));
     setWindowTitle(Tradueix("Detall de Feina"));
@@ -148,6 +149,12 @@ void FrmFeinesDialog::construeix()
     m_afegir = crea(new QPushButton(Tradueix("Afegir")), "AfegirServei");
     m_afegir->setToolTip(Tradueix("Afegir servei a la feina."));
     m_afegir->setAutoDefault(false);
+    m_modificarLinia = crea(new QPushButton(Tradueix("Modificar")), "ModificarServei");
+    m_modificarLinia->setToolTip(Tradueix("Canvia la línia seleccionada pels valors editats."));
+    m_modificarLinia->setAutoDefault(false);
+    m_treureLinia = crea(new QPushButton(Tradueix("Treure")), "TreureServei");
+    m_treureLinia->setToolTip(Tradueix("Treu la línia seleccionada de la feina."));
+    m_treureLinia->setAutoDefault(false);
 
     m_linies = crea(new QTableWidget(0, 5), "DetallFeinaServeis");
     m_linies->setHorizontalHeaderLabels({Tradueix("Servei"), Tradueix("Descripció"), Tradueix("Quantitat"),
@@ -158,7 +165,7 @@ void FrmFeinesDialog::construeix()
     m_linies->setSelectionMode(QAbstractItemView::SingleSelection);
     m_linies->setAlternatingRowColors(true);
     m_linies->setWordWrap(false);
-    m_linies->setToolTip(Tradueix("Fés Click per treure la línia i editar-la."));
+    m_linies->setToolTip(Tradueix("Fes clic en una línia per editar-la."));
     int ampleTotal = 0;
     for (int c = 0; c < 5; ++c) {
         const int px = std::max(twipsAPixels(this, kAmplesLinies[c]),
@@ -193,7 +200,11 @@ void FrmFeinesDialog::construeix()
     gs->addWidget(m_quantitat, 1, 2);
     gs->addWidget(m_unitat, 1, 3);
     gs->addWidget(m_preu, 1, 4);
-    gs->addWidget(m_afegir, 1, 5);
+    auto *botonsLinia = new QHBoxLayout;
+    botonsLinia->addWidget(m_afegir);
+    botonsLinia->addWidget(m_modificarLinia);
+    botonsLinia->addWidget(m_treureLinia);
+    gs->addLayout(botonsLinia, 1, 5);
     gs->setColumnStretch(1, 5);
     gs->setColumnStretch(2, 1);
     gs->setColumnStretch(3, 1);
@@ -214,10 +225,15 @@ void FrmFeinesDialog::construeix()
     m_imprimir->hide(); // shown once there is a way to print
     m_ok = crea(new QPushButton(Tradueix("Modificar")), "OKButton");
     m_ok->setDefault(true);
+    m_cancel = crea(new QPushButton(Tradueix("Cancel·lar")), "CancelButton");
+    m_cancel->setAutoDefault(false);
+    m_estat = crea(new QLabel, "EstatFeina");
+    m_estat->setWordWrap(true);
     auto *botons = new QHBoxLayout;
-    botons->addStretch(1);
+    botons->addWidget(m_estat, 1);
     botons->addWidget(m_imprimir);
     botons->addWidget(m_ok);
+    botons->addWidget(m_cancel);
 
     auto *arrel = new QVBoxLayout(this);
     arrel->addWidget(feina);
@@ -236,8 +252,11 @@ void FrmFeinesDialog::construeix()
     setTabOrder(m_quantitat, m_unitat);
     setTabOrder(m_unitat, m_preu);
     setTabOrder(m_preu, m_afegir);
-    setTabOrder(m_afegir, m_linies);
+    setTabOrder(m_afegir, m_modificarLinia);
+    setTabOrder(m_modificarLinia, m_treureLinia);
+    setTabOrder(m_treureLinia, m_linies);
     setTabOrder(m_linies, m_ok);
+    setTabOrder(m_ok, m_cancel);
 
     // Text fields select their content on entry, so that typing replaces it.
     for (QLineEdit *camp : {m_data, m_dataFactura, m_descripcio, m_quantitat, m_unitat, m_preu})
@@ -251,11 +270,16 @@ void FrmFeinesDialog::construeix()
     connect(m_horaInici, &QComboBox::activated, this, [this](int i) { m_editor.setHoraInici(m_horaInici->itemText(i)); });
     connect(m_horaFi, &QComboBox::activated, this, [this](int i) { m_editor.setHoraFi(m_horaFi->itemText(i)); });
     connect(m_recurs, &QComboBox::activated, this, [this](int i) {
-        m_editor.triaRecurs(m_recurs->itemText(i));
-        mostraHores();
+        canviaLinies([this, i] {
+            m_editor.triaRecurs(m_recurs->itemText(i));
+            return false;
+        });
     });
     connect(m_feta, &QCheckBox::toggled, this, [this](bool on) {
-        m_editor.setFeta(on);
+        if (!m_editor.marcaFeta(on)) {
+            const QSignalBlocker b(m_feta);
+            m_feta->setChecked(m_editor.feta());
+        }
         aplicaBloqueig();
     });
     m_serveis->alObrir = [this] {
@@ -270,18 +294,24 @@ void FrmFeinesDialog::construeix()
     connect(m_quantitat, &QLineEdit::textEdited, this, [this](const QString &t) { m_editor.setQuantitatLinia(t); });
     connect(m_unitat, &QLineEdit::textEdited, this, [this](const QString &t) { m_editor.setUnitatLinia(t); });
     connect(m_preu, &QLineEdit::textEdited, this, [this](const QString &t) { m_editor.setPreuLinia(t); });
-    connect(m_afegir, &QPushButton::clicked, this, [this] {
-        if (m_editor.afegeixServei())
-            mostraLinies();
-        mostraHores();
+    connect(m_afegir, &QPushButton::clicked, this, [this] { canviaLinies([this] { return m_editor.afegeixServei(); }); });
+    connect(m_modificarLinia, &QPushButton::clicked, this,
+            [this] { canviaLinies([this] { return m_editor.substitueixLinia(); }); });
+    connect(m_treureLinia, &QPushButton::clicked, this, [this] {
+        canviaLinies([this] {
+            m_editor.treuLinia(m_editor.liniaSeleccionada());
+            return true;
+        });
     });
+    // A click only picks the line: it is changed or taken out with the buttons.
     connect(m_linies, &QTableWidget::cellClicked, this, [this](int fila, int) {
-        m_editor.treuLinia(fila);
-        mostraLinies();
+        m_editor.seleccionaLinia(fila);
         mostraLiniaEditada();
-        mostraHores();
+        m_linies->selectRow(fila);
+        aplicaBloqueig();
     });
     connect(m_ok, &QPushButton::clicked, this, &FrmFeinesDialog::modificar);
+    connect(m_cancel, &QPushButton::clicked, this, &FrmFeinesDialog::reject);
     connect(m_imprimir, &QPushButton::clicked, this, [this] {
         if (m_imprimeix)
             m_imprimeix(m_editor, this);
@@ -340,7 +370,7 @@ void FrmFeinesDialog::mostraLinies()
     for (int r = 0; r < linies.size(); ++r) {
         const LiniaServei &l = linies.at(r);
         const QStringList textos{l.serveis_nom, l.descripcio, EditorFeina::textNombre(l.quantitat), l.unitat,
-                                 EditorFeina::textNombre(l.preu)};
+                                 format::preu(l.preu)};
         for (int c = 0; c < 5; ++c) {
             auto *item = new QTableWidgetItem(textos.at(c));
             if (c == 2 || c == 4)
@@ -367,6 +397,31 @@ void FrmFeinesDialog::aplicaBloqueig()
     for (QWidget *w : std::initializer_list<QWidget *>{m_data, m_horaInici, m_horaFi, m_recurs, m_observacions, m_serveis,
                                                       m_descripcio, m_quantitat, m_unitat, m_preu, m_linies, m_afegir})
         w->setEnabled(lliure);
+    const bool seleccionada = m_editor.liniaSeleccionada() >= 0;
+    m_modificarLinia->setEnabled(lliure && seleccionada);
+    m_treureLinia->setEnabled(lliure && seleccionada);
+}
+
+void FrmFeinesDialog::canviaLinies(const std::function<bool()> &canvi)
+{
+    const QString abans = m_editor.horaFi();
+    if (canvi()) {
+        mostraLinies();
+        mostraLiniaEditada();
+    }
+    mostraHores();
+    aplicaBloqueig();
+    if (m_editor.horaFi() != abans && !abans.isEmpty())
+        m_estat->setText(Tradueix("L'hora fi s'ha recalculat segons els serveis i el recurs:") + QLatin1Char(' ') + abans
+                         + QStringLiteral(" → ") + m_editor.horaFi());
+}
+
+void FrmFeinesDialog::reject()
+{
+    if (m_editor.teCanvis()
+        && !m_ui.preguntaPerDefecteNo(Tradueix("AVÍS"), Tradueix("La feina té canvis sense desar. Vols descartar-los?")))
+        return;
+    QDialog::reject();
 }
 
 void FrmFeinesDialog::modificar()

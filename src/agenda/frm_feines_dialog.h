@@ -36,6 +36,11 @@ public:
     using Impressio = std::function<void(const EditorFeina &, QWidget *finestra)>;
     void setImpressio(Impressio imprimeix);
 
+public slots:
+    // Escape, "Cancel·lar" and the window's close: changes not stored are only dropped once the
+    // user says so.
+    void reject() override;
+
 protected:
     bool eventFilter(QObject *obj, QEvent *event) override;
 
@@ -47,6 +52,9 @@ private:
     void mostraLiniaEditada();
     void aplicaBloqueig();
     void modificar();
+    // Runs a change of the lines or the resource and tells in the status line when the end
+    // time it recomputes differs from the one shown before.
+    void canviaLinies(const std::function<bool()> &canvi);
 
     EditorFeina m_editor;
 
@@ -65,6 +73,11 @@ private:
     QLineEdit *m_unitat = nullptr;
     QLineEdit *m_preu = nullptr;
     QPushButton *m_afegir = nullptr;
+    QPushButton *m_modificarLinia = nullptr;
+    QPushButton *m_treureLinia = nullptr;
+    QLabel *m_estat = nullptr;
+    QPushButton *m_cancel = nullptr;
+    Interaccio &m_ui;
     QTableWidget *m_linies = nullptr;
     QLineEdit *m_total = nullptr;
     QPushButton *m_ok = nullptr;

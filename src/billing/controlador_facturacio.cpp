@@ -162,8 +162,8 @@ void ControladorFacturacio::teclaFeina(int fila, Tecla t)
             xecsCanviats();
         break;
     case Tecla::Suprimir: {
-        const QString pregunta = Tradueix("Eliminar feina '") + f.llocs_nom + QStringLiteral("' del ")
-            + format::dataCurta(f.feines_data) + QStringLiteral(" ?");
+        const QString pregunta = Tradueix("Eliminar feina '") + f.llocs_nom + QLatin1Char('\'') + Tradueix(" del")
+            + QLatin1Char(' ') + format::dataCurta(f.feines_data) + QStringLiteral(" ?");
         if (!m_io.pregunta(Tradueix("CONFIRMACIO"), pregunta))
             break;
         m_motor.Borra_Feina(f);

@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTimer>
 
 using namespace edicio_configuracio;
@@ -292,17 +293,23 @@ void frmConfiguracio::construeixLlistesHores()
     const struct {
         QComboBox *combo;
         const QStringList &llista;
-        QString actual;
+        QString inicial;
     } llistes[] = {
-        {ComboHoraInici, l.inicis, ComboHoraInici->count() ? ComboHoraInici->currentText() : cfg.HoraInici},
-        {ComboHoraFinal, l.finals, ComboHoraFinal->count() ? ComboHoraFinal->currentText() : cfg.HoraFinal},
-        {ComboHoraIniciDinar, l.inicis, ComboHoraIniciDinar->count() ? ComboHoraIniciDinar->currentText() : cfg.HoraIniciDinar},
-        {ComboHoraFinalDinar, l.finals, ComboHoraFinalDinar->count() ? ComboHoraFinalDinar->currentText() : cfg.HoraFinalDinar},
+        {ComboHoraInici, l.inicis, cfg.HoraInici},
+        {ComboHoraFinal, l.finals, cfg.HoraFinal},
+        {ComboHoraIniciDinar, l.inicis, cfg.HoraIniciDinar},
+        {ComboHoraFinalDinar, l.finals, cfg.HoraFinalDinar},
     };
     for (const auto &e : llistes) {
+        if (!m_horesTriades.contains(e.combo)) {
+            m_horesTriades.insert(e.combo, e.inicial);
+            connect(e.combo, &QComboBox::activated, this,
+                    [this, combo = e.combo](int i) { m_horesTriades.insert(combo, combo->itemText(i)); });
+        }
+        const QSignalBlocker b(e.combo);
         e.combo->clear();
         e.combo->addItems(e.llista);
-        e.combo->setCurrentIndex(indexHora(e.llista, e.actual));
+        e.combo->setCurrentIndex(indexHora(e.llista, m_horesTriades.value(e.combo)));
     }
 }
 
@@ -401,6 +408,10 @@ void frmConfiguracio::confirma()
         if (r == Resultat::Incoherent) {
             txtMinutsCella->setFocus(Qt::OtherFocusReason);
             txtMinutsCella->selectAll();
+        } else if (r == Resultat::DiaIncorrecte) {
+            ComboHoraFinal->setFocus(Qt::OtherFocusReason);
+        } else if (r == Resultat::DinarIncorrecte) {
+            ComboHoraIniciDinar->setFocus(Qt::OtherFocusReason);
         } else if (r == Resultat::BaseDadesRebutjada) {
             txtBD->setFocus(Qt::OtherFocusReason);
             txtBD->selectAll();

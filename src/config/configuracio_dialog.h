@@ -94,4 +94,8 @@ private:
     QList<QLineEdit *> m_ordreCamps;
     QPointer<QLineEdit> m_pendent; // left with a check still to run
     bool m_comprovant = false;
+    // The time the user chose in each time list: a list rebuilt for another cell length selects
+    // it again (or the nearest grid time before it), so that a cell length tried and changed back
+    // leaves the times as they were.
+    QHash<QComboBox *, QString> m_horesTriades;
 };

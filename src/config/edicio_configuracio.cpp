@@ -195,9 +195,27 @@ Resultat confirma(Sessio &sessio, const Valors &valors, Interaccio &ui, const Es
         ui.informa(QStringLiteral("Quadrella"), Tradueix("Cal introduir un valor no inferior a 10 minuts"));
         return Resultat::Incoherent;
     }
+    // Times are "hh:mm" texts ("24:00" the end of the day), so they compare as texts.
+    if (!(valors.HoraInici < valors.HoraFinal)) {
+        ui.informa(QStringLiteral("Quadrella"), Tradueix("L'hora final ha de ser posterior a l'hora d'inici"));
+        return Resultat::DiaIncorrecte;
+    }
+    if (valors.HoraIniciDinar < valors.HoraInici || valors.HoraFinalDinar > valors.HoraFinal
+        || valors.HoraFinalDinar < valors.HoraIniciDinar) {
+        ui.informa(QStringLiteral("Quadrella"), Tradueix("L'hora del dinar ha de quedar dins de l'horari del dia"));
+        return Resultat::DinarIncorrecte;
+    }
     if (const int id = feinaIncoherent(sessio.db(), valors.HoraInici, minuts)) {
+        // The job is named as the agenda shows it, so that the user can find it.
+        QString on;
+        Query q = sessio.db().query(QStringLiteral(
+            "SELECT llocs_nom, feines_data, feines_hora_inici FROM Feines WHERE feines_id = ?"));
+        q.bind(id).exec();
+        if (q.next())
+            on = QStringLiteral(": ") + q.text(0) + QLatin1Char(' ')
+                + format::dataCurta(QDate::fromString(q.text(1), Qt::ISODate)) + QLatin1Char(' ') + q.text(2);
         ui.error(QStringLiteral("ERROR"),
-                 Tradueix("Hi ha feines (p.ex. id=") + QString::number(id)
+                 Tradueix("Hi ha feines (p.ex. id=") + QString::number(id) + on
                      + Tradueix(") amb hora d'inici incoherent amb els paràmetres 'Hora inici:' i 'Tram mínim:'."));
         return Resultat::Incoherent;
     }

@@ -79,6 +79,8 @@ Valors valorsInicials(const Sessio &sessio);
 
 enum class Resultat {
     Incoherent,   // a stored job does not fit the new grid: the focus goes to the cell length
+    DiaIncorrecte,    // the day ends before it starts: the focus goes to the end of the day
+    DinarIncorrecte,  // the lunch break is not inside the day: the focus goes to its start
     BaseDadesRebutjada, // the database file does not exist and no new one was wanted there:
                         // the focus goes to the file
     NoConfirmat,  // the user answered No: the dialog stays open
@@ -91,7 +93,8 @@ using Escriptor = std::function<bool(const QString &seccio, const QString &clau,
 // The database file a BaseDades text names (relative to the data directory; empty is the default).
 QString fitxerBaseDades(const Sessio &sessio, const QString &text);
 
-// Confirm: coherence of the stored jobs; a database file that does not exist is only accepted
+// Confirm: the day's end after its start and the lunch break inside the day; coherence of the
+// stored jobs (the message names the first job that does not fit, its place and day); a database file that does not exist is only accepted
 // when the user answers Yes (default No) to creating a new empty database there, created once
 // the change is confirmed; the question, every write in order, UltimDiaGen in memory and the
 // restart flag. `escriu` defaults to the session's settings file.

@@ -61,6 +61,16 @@ int anyComplet(const QString &digits, const QDate &avui)
 
 namespace format {
 
+QString preu(double value)
+{
+    QString t = QString::number(value, 'f', 6);
+    while (t.endsWith(QLatin1Char('0')) && t.indexOf(QLatin1Char('.')) < t.size() - 3)
+        t.chop(1);
+    if (t == QLatin1String("-0.00"))
+        t = QStringLiteral("0.00");
+    return t.replace(QLatin1Char('.'), QLatin1Char(','));
+}
+
 QString import(double value)
 {
     const double r = arrodoneix::centims(value);

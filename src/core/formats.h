@@ -13,6 +13,10 @@ namespace format {
 
 QString import(double value);  // "#,##0.00"
 QString enter(double value);   // "#,##0"
+// A price or an amount in a field the user edits: a decimal comma, no thousands, at least two
+// decimals and more only when the value has them ("2,50", "12,00", "0,355"), so that showing
+// it never rounds what is stored.
+QString preu(double value);
 QString dataCurta(const QDate &date);  // dd/mm/yyyy
 QString mesAny(const QDate &date);     // mm/aaaa
 QString mesAny(int month, int year);

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QSplitter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -57,7 +58,7 @@ void ClientsPage::configuraXecs(bool actius, const QString &servei)
     m_xecsClient->setVisible(actius);
     // The client form takes the voucher column's place when there is none.
     m_graella->removeWidget(m_grupFitxa);
-    m_graella->addWidget(m_grupFitxa, 0, 1, 1, actius ? 1 : 2);
+    m_graella->addWidget(m_grupFitxa, 0, 0, 1, actius ? 1 : 2);
     m_grupXecs->setTitle(Tradueix("Xecs") + QStringLiteral(": ") + servei);
 }
 
@@ -162,21 +163,36 @@ void ClientsPage::construeix()
 
     m_llocs = new LlocsWidget(m_sessio, m_io, this);
 
-    // One grid for clients above and places below, so their columns line up.
-    auto *graella = m_graella = new QGridLayout(this);
-    graella->addWidget(grupLlista, 0, 0);
-    graella->addWidget(grupFitxa, 0, 1);
-    graella->addWidget(m_grupXecs, 0, 2);
-    graella->addWidget(m_llocs->grupLlista(), 1, 0);
-    graella->addWidget(m_llocs->grupFitxa(), 1, 1);
-    graella->addWidget(m_llocs->grupServeis(), 1, 2);
-    graella->setColumnStretch(0, 2);
-    graella->setColumnStretch(1, 5);
-    graella->setColumnStretch(2, 4);
+    // The two lists on the left, clients above and places below, beside one grid of the forms,
+    // so that the forms' columns line up; a splitter between them lets long names be seen whole.
+    auto *llistes = new QWidget(this);
+    auto *vl = new QVBoxLayout(llistes);
+    vl->setContentsMargins(0, 0, 0, 0);
+    vl->addWidget(grupLlista, 1);
+    vl->addWidget(m_llocs->grupLlista(), 1);
+    auto *fitxes = new QWidget(this);
+    auto *graella = m_graella = new QGridLayout(fitxes);
+    graella->setContentsMargins(0, 0, 0, 0);
+    graella->addWidget(grupFitxa, 0, 0);
+    graella->addWidget(m_grupXecs, 0, 1);
+    graella->addWidget(m_llocs->grupFitxa(), 1, 0);
+    graella->addWidget(m_llocs->grupServeis(), 1, 1);
+    graella->setColumnStretch(0, 5);
+    graella->setColumnStretch(1, 4);
     graella->setRowStretch(0, 1);
     graella->setRowStretch(1, 1);
+    m_separador = new QSplitter(Qt::Horizontal, this);
+    m_separador->setObjectName(QStringLiteral("SeparadorClients"));
+    m_separador->addWidget(llistes);
+    m_separador->addWidget(fitxes);
+    m_separador->setStretchFactor(0, 2);
+    m_separador->setStretchFactor(1, 9);
+    m_separador->setChildrenCollapsible(false);
+    (new QVBoxLayout(this))->addWidget(m_separador);
 
-    connect(m_llista, &QListWidget::currentRowChanged, this, [this] { enClientTriat(); });
+    // Loaded when picked, not when the list merely takes the focus (its first row then becomes
+    // current unselected, and a name typed over the form would rename that client).
+    connect(m_llista, &QListWidget::itemSelectionChanged, this, [this] { enClientTriat(); });
     connect(m_afegir, &QPushButton::clicked, this, &ClientsPage::afegirClient);
     connect(m_modificar, &QPushButton::clicked, this, &ClientsPage::modificarClient);
     connect(m_eliminar, &QPushButton::clicked, this, &ClientsPage::eliminarClient);
@@ -225,6 +241,7 @@ void ClientsPage::recarregaClients(const QString &seleccionar)
         m_llista->clear();
         m_llista->addItems(m_clients.noms());
     }
+    formulari::ajustaAmpleLlista(m_llista);
     if (seleccionar.isEmpty() || !seleccionaClient(seleccionar)) {
         m_llista->setCurrentRow(-1);
         enClientTriat();
@@ -246,7 +263,7 @@ bool ClientsPage::seleccionaClient(const QString &client)
 
 void ClientsPage::enClientTriat()
 {
-    QListWidgetItem *item = m_llista->currentItem();
+    QListWidgetItem *item = m_llista->selectedItems().value(0);
     FitxaClient f;
     if (item && !m_clients.carrega(item->text(), f))
         f = FitxaClient();

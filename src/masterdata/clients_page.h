@@ -78,6 +78,7 @@ private:
     QCheckBox *m_xecsClient;
     QGroupBox *m_grupFitxa;
     class QGridLayout *m_graella;
+    class QSplitter *m_separador;
     QPlainTextEdit *m_observacions;
     QPushButton *m_afegir, *m_modificar, *m_eliminar;
 

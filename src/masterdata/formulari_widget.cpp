@@ -2,11 +2,15 @@
 
 #include "widgets/seleccio_text.h"
 
+#include <algorithm>
+
 #include <QColor>
 #include <QComboBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QScrollBar>
 #include <QPushButton>
 
 namespace {
@@ -62,6 +66,20 @@ QColor aQColor(qint32 color)
 qint32 deQColor(const QColor &color)
 {
     return color.red() | (color.green() << 8) | (color.blue() << 16);
+}
+
+void ajustaAmpleLlista(QListWidget *llista, int maxim)
+{
+    const QFontMetrics fm(llista->font());
+    int ample = 0;
+    for (int i = 0; i < llista->count(); ++i) {
+        QListWidgetItem *item = llista->item(i);
+        const int a = fm.horizontalAdvance(item->text());
+        item->setToolTip(item->text());
+        ample = std::max(ample, a);
+    }
+    const int marges = 2 * llista->frameWidth() + llista->verticalScrollBar()->sizeHint().width() + 12;
+    llista->setMinimumWidth(std::min(maxim, std::max(120, ample + marges)));
 }
 
 } // namespace formulari

@@ -7,6 +7,7 @@
 class QComboBox;
 class QGroupBox;
 class QLineEdit;
+class QListWidget;
 class QPushButton;
 class QWidget;
 class QColor;
@@ -21,5 +22,8 @@ QPushButton *boto(const QString &text, const QString &nomObjecte, QWidget *pare)
 // 0x00BBGGRR as Qt colours it, and back.
 QColor aQColor(qint32 color);
 qint32 deQColor(const QColor &color);
+// A list of names at least as wide as its longest name (up to `maxim` pixels), so that the
+// names are not clipped; wider ones scroll and show whole in their tooltip.
+void ajustaAmpleLlista(QListWidget *llista, int maxim = 360);
 
 } // namespace formulari

@@ -60,7 +60,7 @@ bool GestioLlocs::carrega(const QString &nom, FitxaLloc &f)
     f.diumenge = q.boolean(13);
     f.festius = q.boolean(16);
     f.hora = q.text(14);
-    f.quota = q.isNull(QStringLiteral("llocs_quota")) ? QString() : mestres::textNombre(q.real(15));
+    f.quota = q.isNull(QStringLiteral("llocs_quota")) ? QString() : format::preu(q.real(15));
     return true;
 }
 
@@ -332,7 +332,7 @@ void GestioLlocs::ompleServei(FitxaServeiLloc &s)
 {
     MotorFeines motor(m_sessio.db(), m_sessio.cfg());
     s.unitat = motor.Unitat_Servei(s.servei);
-    s.preu = mestres::textNombre(motor.Preu_Servei(s.servei));
+    s.preu = format::preu(motor.Preu_Servei(s.servei));
     s.descripcio = motor.Descripcio_Servei(s.servei, QString());
 }
 
@@ -351,7 +351,7 @@ bool GestioLlocs::carregaServeiLloc(const QString &lloc, const QString &servei, 
     s.servei = nom;
     ompleServei(s);
     s.quantitat = mestres::textNombre(quantitat);
-    s.preu = mestres::textNombre(preu);
+    s.preu = format::preu(preu);
     s.descripcio = descripcio;
     return true;
 }

@@ -22,6 +22,7 @@
 #include <QSignalBlocker>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include <tuple>
 
@@ -79,6 +80,7 @@ void LlocsWidget::construeix(QWidget *pagina)
         n->setAlignment(Qt::AlignRight);
     m_dies = new QComboBox(grupFitxa);
     m_dies->setObjectName(QStringLiteral("DiesSetmanaCombo"));
+    m_dies->addItem(QString()); // any day
     m_dies->addItems(GestioLlocs::diesSetmana());
     m_hora = new QComboBox(grupFitxa);
     m_hora->setObjectName(QStringLiteral("HoraLlocCombo"));
@@ -207,6 +209,25 @@ void LlocsWidget::construeix(QWidget *pagina)
     connect(m_afegirServei, &QPushButton::clicked, this, &LlocsWidget::afegirServeiLloc);
     connect(m_modificarServei, &QPushButton::clicked, this, &LlocsWidget::modificarServeiLloc);
     connect(m_eliminarServei, &QPushButton::clicked, this, &LlocsWidget::eliminarServeiLloc);
+    explicaRitme();
+}
+
+void LlocsWidget::explicaRitme()
+{
+    // How the rhythm fields combine, where the user sets them.
+    m_periodicitat->setToolTip(
+        Tradueix("Cada quants dies es planifica una feina al lloc; buit o 0: el lloc no es planifica.")
+        + QLatin1Char('\n')
+        + Tradueix("Amb \"Primer dia del mes\" o \"Últim dia del mes\" marcat, es planifica un cop al mes."));
+    m_dies->setToolTip(
+        Tradueix("Cada N dies: cada setmana que toca, la feina cau en aquest dia.") + QLatin1Char('\n')
+        + Tradueix("Amb primer o últim dia del mes: el primer o l'últim d'aquest dia de la setmana del mes.")
+        + QLatin1Char('\n') + Tradueix("En blanc: qualsevol dia.") + QLatin1Char('\n')
+        + Tradueix("Supr per deixar-ho en blanc"));
+    for (QCheckBox *c : {m_primerMes, m_ultimMes})
+        c->setToolTip(Tradueix("Un cop al mes en lloc de cada N dies (cal una periodicitat); amb un dia de la setmana, el primer o l'últim d'aquest dia del mes."));
+    m_dissabte->setToolTip(Tradueix("Sense marcar, una feina que cauria en dissabte passa al dia següent (a l'últim dia del mes, al divendres d'abans)."));
+    m_diumenge->setToolTip(Tradueix("Sense marcar, una feina que cauria en diumenge passa al dilluns (a l'últim dia del mes, al dia permès d'abans)."));
 }
 
 void LlocsWidget::ordreTabulacio()
@@ -264,6 +285,7 @@ void LlocsWidget::recarregaLlocs(QString seleccionar)
         if (!m_client.isEmpty())
             m_llista->addItems(m_gestio.llocsClient(m_client));
     }
+    formulari::ajustaAmpleLlista(m_llista);
     buidaLloc();
     if (!seleccionar.isEmpty())
         seleccionaLloc(seleccionar);
@@ -319,7 +341,7 @@ FitxaLloc LlocsWidget::fitxa() const
     f.dissabte = m_dissabte->isChecked();
     f.diumenge = m_diumenge->isChecked();
     f.festius = m_festius->isChecked();
-    f.diaSetmana = m_dies->currentIndex() + 1;
+    f.diaSetmana = std::max(0, m_dies->currentIndex());
     f.primerMes = m_primerMes->isChecked();
     f.ultimMes = m_ultimMes->isChecked();
     f.periodicitat = m_periodicitat->text();
@@ -341,7 +363,7 @@ void LlocsWidget::mostra(const FitxaLloc &f)
     m_dissabte->setChecked(f.dissabte);
     m_diumenge->setChecked(f.diumenge);
     m_festius->setChecked(f.festius);
-    m_dies->setCurrentIndex(f.diaSetmana - 1);
+    m_dies->setCurrentIndex(f.diaSetmana);
     m_primerMes->setChecked(f.primerMes);
     m_ultimMes->setChecked(f.ultimMes);
     m_periodicitat->setText(f.periodicitat);

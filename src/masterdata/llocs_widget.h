@@ -53,6 +53,7 @@ signals:
 private:
     void construeix(QWidget *pagina);
     void ordreTabulacio();
+    void explicaRitme();
     void recarregaLlocs(QString seleccionar); // by value: reloading empties the form it may come from
     void mostra(const FitxaLloc &f);
     void buidaLloc();

@@ -165,6 +165,9 @@ Resultat GestioRecursos::AfegirRecurs(FitxaRecurs &f)
         q.bind(f.nom).exec();
         if (q.next())
             return mestres::refusa(m_io, Tradueix("El recurs ja existeix"));
+        // The window's colour is what a new form shows before any colour is chosen.
+        if (f.color == ColorFinestra)
+            return mestres::refusa(m_io, Tradueix("Tria un color per al recurs amb el botó \"Color...\""));
         if (colorEnUs(f.color, QString()))
             return mestres::refusa(m_io, Tradueix("Color ja en ús. Selecciona un altre color"));
         if (f.grup && membresMarcats(f).isEmpty())

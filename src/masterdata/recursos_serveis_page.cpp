@@ -175,7 +175,10 @@ void RecursosServeisPage::construeix()
     h->addWidget(grupServeis, 1);
     h->addWidget(new FestiusWidget(m_sessio, m_io, this), 1);
 
-    connect(m_llistaRecursos, &QListWidget::currentRowChanged, this, [this] { enRecursTriat(); });
+    // A record is loaded when the user picks it, not when the list merely gets the focus (the
+    // list then makes its first entry current without selecting it, and a name typed over it
+    // would rename that record).
+    connect(m_llistaRecursos, &QListWidget::itemSelectionChanged, this, [this] { enRecursTriat(); });
     connect(m_grup, &QCheckBox::clicked, this, &RecursosServeisPage::enGrupCanviat);
     connect(m_components, &QListWidget::itemClicked, this,
             [this](QListWidgetItem *item) { commutaComponent(m_components->row(item)); });
@@ -183,7 +186,7 @@ void RecursosServeisPage::construeix()
     connect(m_afegirRecurs, &QPushButton::clicked, this, &RecursosServeisPage::afegirRecurs);
     connect(m_modificarRecurs, &QPushButton::clicked, this, &RecursosServeisPage::modificarRecurs);
     connect(m_eliminarRecurs, &QPushButton::clicked, this, &RecursosServeisPage::eliminarRecurs);
-    connect(m_llistaServeis, &QListWidget::currentRowChanged, this, [this] { enServeiTriat(); });
+    connect(m_llistaServeis, &QListWidget::itemSelectionChanged, this, [this] { enServeiTriat(); });
     connect(m_afegirServei, &QPushButton::clicked, this, &RecursosServeisPage::afegirServei);
     connect(m_modificarServei, &QPushButton::clicked, this, &RecursosServeisPage::modificarServei);
     connect(m_eliminarServei, &QPushButton::clicked, this, &RecursosServeisPage::eliminarServei);
@@ -231,7 +234,7 @@ void RecursosServeisPage::recarregaRecursos(const QString &seleccionar)
 
 void RecursosServeisPage::enRecursTriat()
 {
-    QListWidgetItem *item = m_llistaRecursos->currentItem();
+    QListWidgetItem *item = m_llistaRecursos->selectedItems().value(0);
     FitxaRecurs f;
     if (!item || !m_recursos.carrega(item->text(), f))
         return;
@@ -355,7 +358,7 @@ void RecursosServeisPage::recarregaServeis()
 
 void RecursosServeisPage::enServeiTriat()
 {
-    QListWidgetItem *item = m_llistaServeis->currentItem();
+    QListWidgetItem *item = m_llistaServeis->selectedItems().value(0);
     FitxaServei f;
     if (item && m_serveis.carrega(item->text(), f))
         mostraServei(f);

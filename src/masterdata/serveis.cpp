@@ -1,6 +1,7 @@
 #include "serveis.h"
 
 #include "core/db.h"
+#include "core/formats.h"
 #include "core/interaccio.h"
 #include "core/referencies.h"
 #include "core/sessio.h"
@@ -25,7 +26,7 @@ bool GestioServeis::carrega(const QString &nom, FitxaServei &f)
         return false;
     f.nom = f.nomAnt = q.text(0);
     f.unitat = q.text(1);
-    f.preu = mestres::textNombre(q.real(2));
+    f.preu = format::preu(q.real(2));
     f.minuts = QString::number(q.integer(3));
     f.comu = q.boolean(4);
     f.descripcio = q.text(5);

@@ -40,7 +40,7 @@ qint64 GestioXecs::numeroItem(const QString &item) const
 FitxaXec GestioXecs::fitxaBuida() const
 {
     FitxaXec f;
-    f.valor = mestres::textNombre(m_sessio.cfg().ValorXec);
+    f.valor = format::preu(m_sessio.cfg().ValorXec);
     return f;
 }
 
@@ -53,7 +53,7 @@ bool GestioXecs::carrega(qint64 id, FitxaXec &f)
         return false;
     f.id = QString::number(q.integer(0));
     f.dataEntrega = format::dataCurta(q.date(1));
-    f.valor = mestres::textNombre(q.real(2));
+    f.valor = format::preu(q.real(2));
     f.dataLiquidat = format::dataCurta(q.date(3));
     f.idFeina = q.isNull(QStringLiteral("feines_id")) ? QString() : QString::number(q.integer(4));
     return true;

@@ -27,6 +27,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QStatusBar>
 #include <memory>
 
 namespace {
@@ -71,6 +72,7 @@ AgendaPage *posaAgenda(frmMain &finestra)
         PrevisioPlanificacioDialog dialeg(previsio, f);
         return dialeg.exec() == QDialog::Accepted;
     };
+    ctl.avisaEstat = [f](const QString &text) { f->sbStatusBar->showMessage(text, 15000); };
     finestra.posaPagina(frmMain::Agenda, pagina);
     connectaImpressions(finestra, *pagina);
     return pagina;

@@ -195,7 +195,7 @@ private slots:
         e.triaServei(QStringLiteral("Neteja"));
         QCOMPARE(e.unitatLinia(), QStringLiteral("Hores"));
         QCOMPARE(e.descripcioLinia(), QStringLiteral("Neteja de l'oficina")); // the place's wording
-        QCOMPARE(e.preuLinia(), QStringLiteral("12,5"));                       // the service's price
+        QCOMPARE(e.preuLinia(), QStringLiteral("12,50"));                       // the service's price
 
         e.setQuantitatLinia(QStringLiteral("dos"));
         QVERIFY(!e.afegeixServei());
@@ -233,7 +233,7 @@ private slots:
         QCOMPARE(e.serveiLinia(), QStringLiteral("Neteja"));
         QCOMPARE(e.descripcioLinia(), QStringLiteral("Neteja de l'oficina"));
         QCOMPARE(e.quantitatLinia(), QStringLiteral("2,5"));
-        QCOMPARE(e.preuLinia(), QStringLiteral("1234,5"));
+        QCOMPARE(e.preuLinia(), QStringLiteral("1234,50"));
         QCOMPARE(e.totalText(), QStringLiteral("16,00"));
         db.query(QStringLiteral("UPDATE Serveis SET serveis_descripcio = 'Quilometratge' WHERE serveis_nom = 'Desplaçament'")).exec();
         e.treuLinia(1);

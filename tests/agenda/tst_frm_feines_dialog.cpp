@@ -83,7 +83,7 @@ private slots:
         QTest::keyClick(serveis, Qt::Key_Down);
         QCOMPARE(serveis->currentText(), QStringLiteral("Vidres"));
         QCOMPARE(fill<QLineEdit>(d, "UnitatServeiFeina")->text(), QStringLiteral("Unitats"));
-        QCOMPARE(fill<QLineEdit>(d, "PreuServeiFeina")->text(), QStringLiteral("2,5"));
+        QCOMPARE(fill<QLineEdit>(d, "PreuServeiFeina")->text(), QStringLiteral("2,50"));
         auto *quantitat = fill<QLineEdit>(d, "QuantitatServeiFeina");
         QTest::keyClicks(quantitat, QStringLiteral("4"));
         QTest::keyClicks(fill<QLineEdit>(d, "DescripcioServeiFeina"), QStringLiteral("Finestres del pati"));
@@ -93,14 +93,14 @@ private slots:
         QCOMPARE(total->text(), QStringLiteral("40,00"));
         QCOMPARE(horaFi->currentText(), QStringLiteral("11:30"));
 
-        // Clicking a line takes it out into the line editor.
+        // Clicking a line loads it into the line editor; "Modificar" puts the change back.
         QTest::mouseClick(linies->viewport(), Qt::LeftButton, {}, linies->visualRect(linies->model()->index(0, 1)).center());
-        QCOMPARE(linies->rowCount(), 1);
+        QCOMPARE(linies->rowCount(), 2);
         QCOMPARE(serveis->currentText(), QStringLiteral("Neteja"));
         QCOMPARE(quantitat->text(), QStringLiteral("2"));
         quantitat->selectAll();
         QTest::keyClicks(quantitat, QStringLiteral("3"));
-        QTest::mouseClick(fill<QPushButton>(d, "AfegirServei"), Qt::LeftButton);
+        QTest::mouseClick(fill<QPushButton>(d, "ModificarServei"), Qt::LeftButton);
 
         // Another resource, typed notes, and Enter stores everything.
         recurs->setFocus();
@@ -151,6 +151,7 @@ private slots:
         QCOMPARE(recurs->currentIndex(), -1);
         QCOMPARE(d.editor().recurs(), QString());
 
+        e.ui.respostes << true; // drop the cleared resource
         QTest::keyClick(&d, Qt::Key_Escape);
         QVERIFY(!d.isVisible());
         QCOMPARE(d.result(), int(QDialog::Rejected));

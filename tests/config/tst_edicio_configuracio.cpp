@@ -162,7 +162,7 @@ private slots:
         QCOMPARE(ui.crides.size(), 1);
         QCOMPARE(ui.crides[0].titol, QString("ERROR"));
         QCOMPARE(ui.crides[0].text,
-                 QString("Hi ha feines (p.ex. id=%1) amb hora d'inici incoherent amb els paràmetres 'Hora inici:' i 'Tram mínim:'.").arg(id));
+                 QString("Hi ha feines (p.ex. id=%1: Lloc 01/01/2009 09:30) amb hora d'inici incoherent amb els paràmetres 'Hora inici:' i 'Tram mínim:'.").arg(id));
         QVERIFY(!s->ReiniciarAplicacio);
     }
 

@@ -422,7 +422,7 @@ private slots:
         FitxaServeiLloc llegit;
         QVERIFY(g.carregaServeiLloc(QStringLiteral("oficina"), QStringLiteral("NETEJA"), llegit));
         QCOMPARE(llegit.quantitat, QStringLiteral("2"));
-        QCOMPARE(llegit.preu, QStringLiteral("-5"));
+        QCOMPARE(llegit.preu, QStringLiteral("-5,00"));
         QCOMPARE(llegit.unitat, QStringLiteral("Hores"));
         QCOMPARE(llegit.descripcio, QStringLiteral("Neteja d'oficina"));
 

@@ -65,7 +65,8 @@ private slots:
         const QList<Cas> casos = {
             {"the name comes before the colour", QStringLiteral("MARTA"), 0x0000FF, true, QStringLiteral("El recurs ja existeix")},
             {"another's colour, before the members", QStringLiteral("Equip"), 0x0000FF, true, enUs},
-            {"no colour chosen", QStringLiteral("Pere"), ColorFinestra, false, enUs},
+            {"no colour chosen", QStringLiteral("Pere"), ColorFinestra, false,
+             QStringLiteral("Tria un color per al recurs amb el botó \"Color...\"")},
             {"the agenda's plain background", QStringLiteral("Pere"), 0xFFFFFF, false, enUs},
             {"the agenda's Sunday colour", QStringLiteral("Pere"), e.cfg().ColorDiumenge, false, enUs},
             {"a group with nobody marked", QStringLiteral("Equip"), 0x123456, true, QStringLiteral("Falta marcar components del grup")},
@@ -284,7 +285,7 @@ private slots:
         FitxaServei llegit;
         QVERIFY(g.carrega(QStringLiteral("DESCOMPTE"), llegit));
         QCOMPARE(llegit.nom, QStringLiteral("Descompte"));
-        QCOMPARE(llegit.preu, QStringLiteral("-2"));
+        QCOMPARE(llegit.preu, QStringLiteral("-2,00"));
         QCOMPARE(llegit.minuts, QStringLiteral("0"));
         QVERIFY(llegit.comu);
         QCOMPARE(llegit.descripcio, QStringLiteral("Descompte d'estiu"));

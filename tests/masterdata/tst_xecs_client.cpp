@@ -21,7 +21,7 @@ private slots:
         GestioXecs g(*e.sessio, e.io);
 
         FitxaXec f = g.fitxaBuida();
-        QCOMPARE(f.valor, QStringLiteral("12,5")); // the configured value is offered
+        QCOMPARE(f.valor, QStringLiteral("12,50")); // the configured value is offered
         f.id = QStringLiteral("  0012 ");
         QCOMPARE(g.AfegirXec(QStringLiteral("L'Estel"), f), Resultat::Fet);
         QCOMPARE(f.id, QStringLiteral("12"));
@@ -88,7 +88,7 @@ private slots:
         QCOMPARE(f.dataEntrega, QStringLiteral("27/02/2009"));
         QCOMPARE(f.dataLiquidat, QStringLiteral("05/03/2009"));
         QCOMPARE(f.idFeina, QString::number(feina7));
-        QCOMPARE(f.valor, QStringLiteral("10"));
+        QCOMPARE(f.valor, QStringLiteral("10,00"));
         QVERIFY(g.carrega(9, f));
         QVERIFY(f.dataLiquidat.isEmpty() && f.idFeina.isEmpty());
 
@@ -116,7 +116,7 @@ private slots:
         QCOMPARE(e.text("SELECT xecs_valor FROM Xecs WHERE xecs_id = 7"), QStringLiteral("11.75"));
         QCOMPARE(e.text("SELECT xecs_data_liquidat FROM Xecs WHERE xecs_id = 7"), QStringLiteral("2009-03-05"));
         QVERIFY(f.id.isEmpty());
-        QCOMPARE(f.valor, QStringLiteral("10"));
+        QCOMPARE(f.valor, QStringLiteral("10,00"));
 
         FitxaXec absent{QStringLiteral("8"), QStringLiteral("1"), {}, {}, {}};
         QCOMPARE(g.ModificarXec(absent), Resultat::Refusat);

@@ -124,8 +124,8 @@ private slots:
         // The sample data was added after the configuration, sized on its cell length.
         QCOMPARE(compta(bd, "SELECT max(llocs_minuts_previst) FROM Llocs"), qint64(60));
         QCOMPARE(ui.crides.size(), 2);
-        QCOMPARE(ui.crides[0].titol, QString("AVISO"));
-        QCOMPARE(ui.crides[1].titol, QString("CONFIRMACIÓN"));
+        QCOMPARE(ui.crides[0].titol, QString("Aviso"));
+        QCOMPARE(ui.crides[1].titol, QString("Confirmación"));
     }
 
     // Without the sample data: the office answered No, or already has master data (not asked).
