@@ -6,6 +6,7 @@
 #include "core/interaccio.h"
 #include "core/traduccio.h"
 #include "jobs/planificacio.h"
+#include "jobs/ordre_feina.h"
 #include "jobs/planificacio_generacio.h"
 
 namespace {
@@ -148,12 +149,14 @@ void ControladorAgenda::mostraDetallFeina(const Feina &f)
 void ControladorAgenda::obreEditorSeleccionada()
 {
     FeinaSeleccionada.missatge.clear();
+    CanviFeina canvi(obreEditor ? m_pila : nullptr, m_db, m_cfg, FeinaSeleccionada.feines_id);
     if (obreEditor)
         obreEditor(FeinaSeleccionada);
     else
         mostraDetallFeina(FeinaSeleccionada);
     if (FeinaSeleccionada.missatge == QLatin1String("OK")) {
         FeinaSeleccionada.missatge.clear();
+        canvi.registra(FeinaSeleccionada, CanviFeina::Tipus::Modificada);
         if (!FeinaSeleccionada.feines_feta && recarregaXecs)
             recarregaXecs();
         Construeix_Agenda();
@@ -242,7 +245,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             f.feines_data = diaDesti;
             f.feines_hora_inici = horaDesti;
             f.recursos_nom = dia ? m_model.recursColumna(col) : QString();
+            CanviFeina canvi(m_pila, m_db, m_cfg, 0);
             m_motor.Grava_Feina(f, false);
+            canvi.registra(f, CanviFeina::Tipus::Creada);
             exit(f);
         } else if (tipus == QLatin1Char('F')) {
             Feina f = FeinaSeleccionada;
@@ -264,7 +269,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             } else {
                 f.feines_data = diaDesti;
             }
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Moguda);
             exit(f);
         } else {
             Feina f;
@@ -276,7 +283,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             }
             f.recursos_nom = nom;
             f.feines_hora_fi.clear();
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Reassignada);
             exit(f);
         }
     } catch (const DbError &e) {
@@ -310,9 +319,14 @@ void ControladorAgenda::planifica(const QDate &dia)
         if (!Genera_Feines_Planificades(planificador, m_cfg, m_interaccio, dia))
             return;
     } catch (const DbError &e) {
+        // What the run stored before the failure stays stored.
+        if (m_pila)
+            m_pila->neteja(Tradueix("planificació de feines"));
         errorInesperat(e.text());
         return;
     }
+    if (m_pila)
+        m_pila->neteja(Tradueix("planificació de feines"));
     if (registre == &recollit && !recollit.text.isEmpty())
         m_interaccio.informa(Tradueix("PLANIFICACIO DE FEINES"), recollit.text);
     Construeix_Agenda();
@@ -424,13 +438,17 @@ void ControladorAgenda::tecla(int codi)
         Feina f = FeinaSeleccionada;
         if (codi == TeclaEspai) {
             f.feines_feta = !f.feines_feta;
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Feta);
             exit(f);
         } else {
             const QString pregunta = Tradueix("Eliminar feina") + QLatin1Char(' ') + f.recursos_nom + QStringLiteral(" '")
                 + f.llocs_nom + QStringLiteral("' del ") + format::dataCurta(f.feines_data) + QStringLiteral(" ?");
             if (m_interaccio.pregunta(Tradueix("CONFIRMACIO"), pregunta)) {
+                CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
                 m_motor.Borra_Feina(f);
+                canvi.registra(f, CanviFeina::Tipus::Esborrada);
                 exit(f);
             }
         }

@@ -178,6 +178,7 @@ Resultat GestioRecursos::AfegirRecurs(FitxaRecurs &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -216,6 +217,7 @@ Resultat GestioRecursos::ModificarRecurs(FitxaRecurs &f)
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -239,6 +241,7 @@ Resultat GestioRecursos::EliminarRecurs(FitxaRecurs &f)
         t.commit();
         f = FitxaRecurs();
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

@@ -110,6 +110,7 @@ Resultat GestioServeis::ModificarServei(FitxaServei &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -138,6 +139,7 @@ Resultat GestioServeis::EliminarServei(FitxaServei &f)
         t.commit();
         f = FitxaServei();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
