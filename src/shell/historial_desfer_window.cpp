@@ -18,6 +18,9 @@ HistorialDesferWindow::HistorialDesferWindow(PilaDesfer &pila, QAction *desfer, 
     Historial->setObjectName(QStringLiteral("Historial"));
     Historial->setSelectionMode(QAbstractItemView::NoSelection);
     Historial->setFocusPolicy(Qt::NoFocus);
+    Historial->setWordWrap(true);
+    Historial->setResizeMode(QListView::Adjust);
+    Historial->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
     auto *botons = new QHBoxLayout;
     for (QAction *a : {desfer, refer}) {
