@@ -379,31 +379,26 @@ void MotorFeines::grava(Feina &f, bool estricte)
 // Unlike creation there is no falling back to "unassigned": the user asked for this resource.
 QString MotorFeines::comprovaSolapaments(const Feina &f, int excloure)
 {
-    if (!m_cfg.PermetSolaparLlocs && solapamentLloc(f, excloure)) {
+    if (!m_cfg.PermetSolaparLlocs && solapamentLloc(f, excloure))
         return Tradueix("Solapament de llocs a") + QLatin1Char(' ') + f.llocs_nom.toUpper();
-    }
     if (!f.recursos_nom.isEmpty()) {
         bool grup = false;
         {
             Query q = m_db.prepared(QStringLiteral("SELECT recursos_grup FROM Recursos WHERE recursos_nom = ?"));
             q.bind(f.recursos_nom).exec();
-            if (!q.next()) {
+            if (!q.next())
                 return Tradueix("Recurs no trobat:") + f.recursos_nom;
-            }
             grup = q.boolean(0);
         }
-        if (solapamentRecurs(f.recursos_nom, f, excloure)) {
+        if (solapamentRecurs(f.recursos_nom, f, excloure))
             return Tradueix("Solapament de recursos:") + QLatin1Char(' ') + f.recursos_nom;
-        }
         if (grup) {
             for (const QString &membre : membres(f.recursos_nom)) {
-                if (solapamentRecurs(membre, f, excloure)) {
+                if (solapamentRecurs(membre, f, excloure))
                     return Tradueix("Solapament de recursos:") + QLatin1Char(' ') + membre;
-                }
             }
         }
     }
-
     return QString();
 }
 

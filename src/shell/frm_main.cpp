@@ -179,6 +179,8 @@ void frmMain::aplicaDesfer(bool refer)
     m_sessio.RefrescarAgenda = true;
     m_sessio.RefrescarFacturacio = true;
     reconstrueixSiCal(m_actual);
+    if (alDesfer)
+        protegeix(m_ui, alDesfer);
 }
 
 void frmMain::obreHistorial()

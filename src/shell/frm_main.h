@@ -73,6 +73,9 @@ public:
     QAction *accioDesfer() const { return m_desfer; }
     QAction *accioRefer() const { return m_refer; }
     HistorialDesferWindow *historial() const;
+    // After an undo or a redo: whatever lists outside the grids must be read again (the client's
+    // vouchers, which an undone change may have settled or freed).
+    std::function<void()> alDesfer;
 
     Sessio &sessio() const { return m_sessio; }
     Interaccio &interaccio() const { return m_ui; }

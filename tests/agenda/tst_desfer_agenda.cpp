@@ -1,7 +1,7 @@
 // The agenda's changes reach the undo stack: each mouse and key action of a working sequence is
 // one command named after what it did, undoing them all gives back the database as it was and
-// redoing them all the database as it was left; a planning run empties the stack, a declined one
-// does not.
+// redoing them all the database as it was left; a planning run empties the stack (the history
+// keeps what was done, not what was undone), a declined one does not.
 
 #include "agenda/agenda_controller.h"
 #include "agenda/hores_extres_editor.h"
@@ -14,27 +14,11 @@ namespace {
 
 const QDate kDimecres(2009, 3, 11);
 
-int columnaDe(const ModelAgenda &m, const QString &capcalera)
-{
-    for (int c = 1; c < m.columnes(); ++c)
-        if (m.text(0, c) == capcalera)
-            return c;
-    return -1;
-}
-
 QStringList estat(Db &db)
 {
     return dades_prova::files(db, "SELECT 'F', * FROM Feines ORDER BY feines_id")
         + dades_prova::files(db, "SELECT 'D', * FROM Feines_Detall ORDER BY feines_id, rowid")
         + dades_prova::files(db, "SELECT 'H', * FROM Hores_Fetes ORDER BY recursos_nom, hores_data");
-}
-
-QStringList textos(const PilaDesfer &p)
-{
-    QStringList t;
-    for (const PilaDesfer::Entrada &e : p.historial())
-        t << e.text;
-    return t;
 }
 
 } // namespace
@@ -50,9 +34,7 @@ private slots:
         PilaDesfer pila;
         dades_prova::recurs(b.db, "Anna", 0x0000FF);
         dades_prova::recurs(b.db, "Biel", 0x00FF00);
-        dades_prova::servei(b.db, "Neteja", 60, false, 12);
         dades_prova::lloc(b.db, "Escola", 60);
-        dades_prova::llocServei(b.db, "Escola", "Neteja", 1, 12);
         dades_prova::lloc(b.db, "Forn", 60);
         // the day view opens a column per worker with a job that day
         dades_prova::feina(b.db, "Forn", kDimecres, "16:00", "17:00", "Anna");
@@ -62,8 +44,10 @@ private slots:
         ctl.estat() = EstatAgenda(VistaAgenda::Dia, kDimecres, b.cfg.PrimerDiaSetmana);
         ctl.Construeix_Agenda();
         const QStringList inicial = estat(b.db);
-        const int anna = columnaDe(ctl.model(), "Anna");
-        const int biel = columnaDe(ctl.model(), "Biel");
+        QStringList capcaleres;
+        for (int c = 0; c < ctl.model().columnes(); ++c)
+            capcaleres << ctl.model().text(0, c);
+        const int anna = capcaleres.indexOf("Anna"), biel = capcaleres.indexOf("Biel");
         QVERIFY(anna > 0 && biel > 0);
 
         ctl.deixa(19, anna, "LEscola"); // 09:00
@@ -88,7 +72,10 @@ private slots:
         ctl.tecla(ControladorAgenda::TeclaSuprimir);
         QCOMPARE(ui.crides.size(), 1); // only the question: nothing was refused on the way
 
-        QCOMPARE(textos(pila), (QStringList{"afegir 'Escola' al 11/03", "moure 'Escola' al 11/03 11:00",
+        QStringList textos;
+        for (const PilaDesfer::Entrada &e : pila.historial())
+            textos << e.text;
+        QCOMPARE(textos, (QStringList{"afegir 'Escola' al 11/03", "moure 'Escola' al 11/03 11:00",
                                              "assignar 'Escola' del 11/03 a Biel", "marcar feta 'Escola' del 11/03",
                                              "marcar no feta 'Escola' del 11/03", "modificar 'Escola' del 11/03",
                                              "hores extres de Biel el 11/03", "eliminar 'Escola' del 11/03"}));
@@ -99,6 +86,11 @@ private slots:
         while (pila.potRefer())
             QCOMPARE(pila.refes(), QString());
         QCOMPARE(estat(b.db), final);
+        // a new change after an undo: what was undone can no longer be redone
+        QCOMPARE(pila.desfes(), QString());
+        ctl.deixa(31, anna, "LEscola");
+        QVERIFY(!pila.potRefer());
+        QCOMPARE(pila.mida(), 8);
     }
 
     void planificacioBuidaLaPila()
@@ -112,23 +104,25 @@ private slots:
         InteraccioGuio ui;
         ControladorAgenda ctl(db, sessio->cfg(), ui, kDimecres);
         ctl.setPilaDesfer(&sessio->Desfer);
-        RegistreMemoria registre;
-        ctl.registrePlanificacio = [&] { return &registre; };
         ctl.estat() = EstatAgenda(VistaAgenda::Dia, kDimecres, sessio->cfg().PrimerDiaSetmana);
         ctl.Construeix_Agenda();
         ctl.deixa(19, 1, "LEscola");
-        QCOMPARE(sessio->Desfer.mida(), 1);
+        ctl.deixa(25, 1, "LEscola");
+        QCOMPARE(sessio->Desfer.desfes(), QString());
         ctl.estat() = EstatAgenda(VistaAgenda::Mes, kDimecres, sessio->cfg().PrimerDiaSetmana);
         ctl.Construeix_Agenda();
 
         ui.respostes << false;
         ctl.clic(3, 5); // 13 March, declined
-        QCOMPARE(sessio->Desfer.mida(), 1);
+        QCOMPARE(sessio->Desfer.mida(), 2);
         ui.respostes << true;
         ctl.clic(3, 5);
-        QVERIFY(!sessio->Desfer.potDesfer());
-        QCOMPARE(sessio->Desfer.historial().last().tipus, PilaDesfer::Entrada::Tall);
-        QCOMPARE(sessio->Desfer.historial().last().text, QString("planificació de feines"));
+        QVERIFY(!sessio->Desfer.potDesfer() && !sessio->Desfer.potRefer());
+        const QList<PilaDesfer::Entrada> h = sessio->Desfer.historial();
+        QCOMPARE(h.size(), 2);
+        QCOMPARE(h.first().tipus, PilaDesfer::Entrada::Tancat);
+        QCOMPARE(h.last().tipus, PilaDesfer::Entrada::Tall);
+        QCOMPARE(h.last().text, QString("planificació de feines"));
     }
 };
 
