@@ -6,6 +6,7 @@
 #include "core/interaccio.h"
 #include "core/traduccio.h"
 #include "jobs/planificacio.h"
+#include "jobs/ordre_feina.h"
 #include "jobs/planificacio_generacio.h"
 
 namespace {
@@ -148,12 +149,14 @@ void ControladorAgenda::mostraDetallFeina(const Feina &f)
 void ControladorAgenda::obreEditorSeleccionada()
 {
     FeinaSeleccionada.missatge.clear();
+    CanviFeina canvi(obreEditor ? m_pila : nullptr, m_db, m_cfg, FeinaSeleccionada.feines_id);
     if (obreEditor)
         obreEditor(FeinaSeleccionada);
     else
         mostraDetallFeina(FeinaSeleccionada);
     if (FeinaSeleccionada.missatge == QLatin1String("OK")) {
         FeinaSeleccionada.missatge.clear();
+        canvi.registra(FeinaSeleccionada, CanviFeina::Tipus::Modificada);
         if (!FeinaSeleccionada.feines_feta && recarregaXecs)
             recarregaXecs();
         Construeix_Agenda();
@@ -249,7 +252,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
                 if (q.next())
                     volgut = q.text(0);
             }
+            CanviFeina canvi(m_pila, m_db, m_cfg, 0);
             m_motor.Grava_Feina(f, false);
+            canvi.registra(f, CanviFeina::Tipus::Creada);
             exit(f);
             // A busy resource does not refuse a drop: the job is stored unassigned, and said so.
             if (f.missatge.isEmpty() && f.recursos_nom.isEmpty() && !volgut.isEmpty() && avisaEstat)
@@ -274,7 +279,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             } else {
                 f.feines_data = diaDesti;
             }
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Moguda);
             exit(f);
         } else {
             Feina f;
@@ -286,7 +293,9 @@ void ControladorAgenda::deixa(int fila, int col, const QString &caption)
             }
             f.recursos_nom = nom;
             f.feines_hora_fi.clear();
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Reassignada);
             exit(f);
         }
     } catch (const DbError &e) {
@@ -323,9 +332,14 @@ void ControladorAgenda::planifica(const QDate &dia)
         if (!fet)
             return;
     } catch (const DbError &e) {
+        // What the run stored before the failure stays stored.
+        if (m_pila)
+            m_pila->neteja(Tradueix("planificació de feines"));
         errorInesperat(e.text());
         return;
     }
+    if (m_pila)
+        m_pila->neteja(Tradueix("planificació de feines"));
     if (registre == &recollit && !recollit.text.isEmpty())
         m_interaccio.informa(Tradueix("PLANIFICACIO DE FEINES"), recollit.text);
     Construeix_Agenda();
@@ -437,14 +451,18 @@ void ControladorAgenda::tecla(int codi)
         Feina f = FeinaSeleccionada;
         if (codi == TeclaEspai) {
             f.feines_feta = !f.feines_feta;
+            CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
             m_motor.Modifica_Feina(f);
+            canvi.registra(f, CanviFeina::Tipus::Feta);
             exit(f);
         } else {
             const QString pregunta = Tradueix("Eliminar feina") + QLatin1Char(' ') + f.recursos_nom + QStringLiteral(" '")
                 + f.llocs_nom + QLatin1Char('\'') + Tradueix(" del") + QLatin1Char(' ') + format::dataCurta(f.feines_data)
                 + QStringLiteral(" ?");
             if (m_interaccio.pregunta(Tradueix("CONFIRMACIO"), pregunta)) {
+                CanviFeina canvi(m_pila, m_db, m_cfg, f.feines_id);
                 m_motor.Borra_Feina(f);
+                canvi.registra(f, CanviFeina::Tipus::Esborrada);
                 exit(f);
             }
         }

@@ -21,6 +21,7 @@ struct PrevisioPlanificacio;
 
 class Db;
 class Interaccio;
+class PilaDesfer;
 class RegistreSortida;
 struct Configuracio;
 
@@ -45,6 +46,9 @@ public:
     void setIndicadors(bool *refrescarAgenda, bool *refrescarFacturacio);
     bool refrescarFacturacio() const { return *m_refrescarFacturacio; }
     void setRefrescarFacturacio(bool v) { *m_refrescarFacturacio = v; }
+    // Where every change made here is recorded as an undoable command (none by default); a
+    // planning run empties it.
+    void setPilaDesfer(PilaDesfer *pila) { m_pila = pila; }
     // "Today" for the bold past days and the done-job rules (the real date unless set).
     void setAvui(const QDate &avui);
 
@@ -151,4 +155,5 @@ private:
     int m_colActual = 1;
     bool m_imprimirActiu = false;
     QString m_recursImprimir;
+    PilaDesfer *m_pila = nullptr;
 };

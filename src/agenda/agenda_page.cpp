@@ -5,6 +5,7 @@
 #include "agenda_llistes.h"
 #include "calendari_widget.h"
 #include "editor_hores_widget.h"
+#include "hores_extres_editor.h"
 #include "frm_feines_dialog.h"
 
 #include "core/db.h"
@@ -61,6 +62,7 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
 {
     setObjectName(QStringLiteral("AgendaPage"));
     m_ctl->setIndicadors(&sessio.RefrescarAgenda, &sessio.RefrescarFacturacio);
+    m_ctl->setPilaDesfer(&sessio.Desfer);
 
     AgendaGrid = new AgendaGridWidget(*m_ctl, this);
 
@@ -210,6 +212,7 @@ AgendaPage::AgendaPage(Sessio &sessio, Interaccio &ui, QWidget *parent)
     // An overtime value being typed is stored before the grid changes under it (a period or view
     // button, their shortcuts, the calendar, a drop...).
     auto *editorHores = new EditorHoresWidget(HoresGrid, sessio.db(), sessio.cfg(), m_ctl->model(), ui, 1);
+    editorHores->editor().setPilaDesfer(&sessio.Desfer);
     m_ctl->abansDeReconstruir = [editorHores] { editorHores->confirma(); };
 
     CalendariML->setDataSeleccionada(m_ctl->estat().DataCalendari);

@@ -33,6 +33,7 @@ public:
     ~EditorHoresWidget() override;
 
     QLineEdit *text1() const { return m_text1; }
+    EditorHores &editor() { return m_editor; }
     // Opens the editor over the row's current cell; `teclejat` is the typed character, if any.
     bool obre(bool perClic, const QString &teclejat = QString());
     // Stores and hides the editor when it is shown.

@@ -2,6 +2,7 @@
 
 #include "agenda_model.h"
 #include "hores_extres.h"
+#include "ordre_hores_extres.h"
 
 #include "core/configuracio.h"
 #include "core/formats.h"
@@ -51,7 +52,13 @@ QString EditorHores::confirma()
         return QString();
     m_visible = false;
     const QString cella = textHores(m_text);
+    const double abans = m_pila ? Hores_Fetes(m_db, m_recurs, m_dia) : 0.0;
     Grava_Hores_Fetes(m_db, valorHores(cella), m_recurs, m_dia);
+    if (m_pila) {
+        const double despres = Hores_Fetes(m_db, m_recurs, m_dia);
+        if (despres != abans)
+            m_pila->afegeix(std::make_unique<OrdreHoresExtres>(m_db, m_recurs, m_dia, abans, despres));
+    }
     return cella;
 }
 

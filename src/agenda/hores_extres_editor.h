@@ -8,6 +8,7 @@
 
 class Db;
 class ModelAgenda;
+class PilaDesfer;
 struct Configuracio;
 
 class EditorHores {
@@ -37,6 +38,9 @@ public:
     // Hides the editor without storing (Escape).
     void cancela();
 
+    // Where each stored value is recorded as an undoable command (none by default).
+    void setPilaDesfer(PilaDesfer *pila) { m_pila = pila; }
+
     // The proposal for a column, formatted as the cell shows it.
     QString proposta(int col) const;
 
@@ -50,4 +54,5 @@ private:
     QString m_recurs;
     QDate m_dia;
     QString m_text;
+    PilaDesfer *m_pila = nullptr;
 };

@@ -9,6 +9,7 @@
 #include "core/sessio.h"
 #include "core/traduccio.h"
 #include "jobs/carrega_feina.h"
+#include "jobs/ordre_feina.h"
 
 namespace {
 
@@ -129,9 +130,13 @@ bool ControladorFacturacio::obreEditorSeleccionada()
     FeinaSeleccionada.missatge.clear();
     if (!obreEditor)
         return false;
+    CanviFeina canvi(&m_sessio.Desfer, m_sessio.db(), m_sessio.cfg(), FeinaSeleccionada.feines_id);
     obreEditor(FeinaSeleccionada);
     if (FeinaSeleccionada.missatge != QLatin1String("OK"))
         return false;
+    Feina canviada = FeinaSeleccionada;
+    canviada.missatge.clear();
+    canvi.registra(canviada, CanviFeina::Tipus::Modificada);
     m_sessio.RefrescarAgenda = true;
     m_sessio.RefrescarFacturacio = true; // the sheets show the change at their next build
     // Marking a job not done frees the vouchers it had used.
@@ -149,9 +154,11 @@ void ControladorFacturacio::teclaFeina(int fila, Tecla t)
     case Tecla::Intro:
         obreEditorSeleccionada();
         break;
-    case Tecla::Espai:
+    case Tecla::Espai: {
         f.feines_feta = !f.feines_feta;
+        CanviFeina canvi(&m_sessio.Desfer, m_sessio.db(), m_sessio.cfg(), f.feines_id);
         m_motor.Modifica_Feina(f);
+        canvi.registra(f, CanviFeina::Tipus::Feta);
         if (!f.missatge.isEmpty()) {
             m_io.informa(kTitol, f.missatge);
             break;
@@ -161,12 +168,15 @@ void ControladorFacturacio::teclaFeina(int fila, Tecla t)
         if (!f.feines_feta)
             xecsCanviats();
         break;
+    }
     case Tecla::Suprimir: {
         const QString pregunta = Tradueix("Eliminar feina '") + f.llocs_nom + QLatin1Char('\'') + Tradueix(" del")
             + QLatin1Char(' ') + format::dataCurta(f.feines_data) + QStringLiteral(" ?");
         if (!m_io.pregunta(Tradueix("CONFIRMACIO"), pregunta))
             break;
+        CanviFeina canvi(&m_sessio.Desfer, m_sessio.db(), m_sessio.cfg(), f.feines_id);
         m_motor.Borra_Feina(f);
+        canvi.registra(f, CanviFeina::Tipus::Esborrada);
         if (!f.missatge.isEmpty()) {
             m_io.informa(kTitol, f.missatge);
             break;
@@ -210,6 +220,7 @@ bool ControladorFacturacio::factura()
     const ResultatFactura r = Factura_Client(m_facturacio, m_io, avui());
     if (!r.fet)
         return false;
+    m_sessio.Desfer.neteja(Tradueix("facturació de %1 del mes %2").arg(m_client, m_mes));
     m_sessio.RefrescarFacturacio = false;
     ++m_construccions;
     if (imprimeixFactura)

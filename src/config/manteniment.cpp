@@ -50,6 +50,7 @@ ResultatPurga Purga_BD(Sessio &sessio, const QString &dataText, Interaccio &ui, 
     sessio.RefrescarAgenda = true;
     sessio.RefrescarFacturacio = true;
     sessio.CompactarBD = true;
+    sessio.Desfer.neteja(Tradueix("depuració de feines"));
     return r;
 }
 

@@ -4,6 +4,7 @@
 
 #include "configuracio.h"
 #include "db.h"
+#include "pila_desfer.h"
 #include "traduccio.h"
 
 #include <memory>
@@ -36,6 +37,8 @@ public:
     bool RefrescarFacturacio = false;
     bool ReiniciarAplicacio = false;
     bool CompactarBD = false;
+    // The undo stack of the desktop program's changes, for the whole run.
+    PilaDesfer Desfer;
     // The backup written before this session migrated an older database; "" when none was.
     QString copiaMigracio;
 

@@ -374,6 +374,34 @@ void MotorFeines::grava(Feina &f, bool estricte)
     f.feines_observacions.clear();
 }
 
+// ---------------------------------------------------------------- checks of a change
+
+// Unlike creation there is no falling back to "unassigned": the user asked for this resource.
+QString MotorFeines::comprovaSolapaments(const Feina &f, int excloure)
+{
+    if (!m_cfg.PermetSolaparLlocs && solapamentLloc(f, excloure))
+        return Tradueix("Solapament de llocs a") + QLatin1Char(' ') + f.llocs_nom.toUpper();
+    if (!f.recursos_nom.isEmpty()) {
+        bool grup = false;
+        {
+            Query q = m_db.prepared(QStringLiteral("SELECT recursos_grup FROM Recursos WHERE recursos_nom = ?"));
+            q.bind(f.recursos_nom).exec();
+            if (!q.next())
+                return Tradueix("Recurs no trobat:") + f.recursos_nom;
+            grup = q.boolean(0);
+        }
+        if (solapamentRecurs(f.recursos_nom, f, excloure))
+            return Tradueix("Solapament de recursos:") + QLatin1Char(' ') + f.recursos_nom;
+        if (grup) {
+            for (const QString &membre : membres(f.recursos_nom)) {
+                if (solapamentRecurs(membre, f, excloure))
+                    return Tradueix("Solapament de recursos:") + QLatin1Char(' ') + membre;
+            }
+        }
+    }
+    return QString();
+}
+
 // ---------------------------------------------------------------- Modifica_Feina
 
 void MotorFeines::Modifica_Feina(Feina &f)
@@ -412,35 +440,9 @@ void MotorFeines::modifica(Feina &f)
         f.missatge = Tradueix("Una feina futura no pot estar feta");
         return;
     }
-    if (!m_cfg.PermetSolaparLlocs && solapamentLloc(f, f.feines_id)) {
-        f.missatge = Tradueix("Solapament de llocs a") + QLatin1Char(' ') + f.llocs_nom.toUpper();
+    f.missatge = comprovaSolapaments(f, f.feines_id);
+    if (!f.missatge.isEmpty())
         return;
-    }
-    if (!f.recursos_nom.isEmpty()) {
-        bool grup = false;
-        {
-            Query q = m_db.prepared(QStringLiteral("SELECT recursos_grup FROM Recursos WHERE recursos_nom = ?"));
-            q.bind(f.recursos_nom).exec();
-            if (!q.next()) {
-                f.missatge = Tradueix("Recurs no trobat:") + f.recursos_nom;
-                return;
-            }
-            grup = q.boolean(0);
-        }
-        // Unlike creation there is no falling back to "unassigned": the user asked for this one.
-        if (solapamentRecurs(f.recursos_nom, f, f.feines_id)) {
-            f.missatge = Tradueix("Solapament de recursos:") + QLatin1Char(' ') + f.recursos_nom;
-            return;
-        }
-        if (grup) {
-            for (const QString &membre : membres(f.recursos_nom)) {
-                if (solapamentRecurs(membre, f, f.feines_id)) {
-                    f.missatge = Tradueix("Solapament de recursos:") + QLatin1Char(' ') + membre;
-                    return;
-                }
-            }
-        }
-    }
 
     Query q = m_db.prepared(
         f.feines_feta
@@ -500,6 +502,53 @@ void MotorFeines::borra(Feina &f)
     t.commit();
     fila.missatge.clear();
     f = fila;
+}
+
+// ---------------------------------------------------------------- Restaura_Feina
+
+void MotorFeines::Restaura_Feina(Feina &f)
+{
+    f.missatge.clear();
+    protegeix(f, "Restaura_Feina", [&] { restaura(f); });
+}
+
+void MotorFeines::restaura(Feina &f)
+{
+    if (f.feines_id == 0) {
+        f.missatge = Tradueix("Feina no especificada");
+        return;
+    }
+    Transaction t(m_db);
+    {
+        Query q = m_db.prepared(QStringLiteral("SELECT 1 FROM Feines WHERE feines_id = ?"));
+        q.bind(f.feines_id).exec();
+        if (q.next()) {
+            f.missatge = Tradueix("La feina ja existeix");
+            return;
+        }
+    }
+    {
+        Query q = m_db.prepared(QStringLiteral("SELECT 1 FROM Llocs WHERE llocs_nom = ?"));
+        q.bind(f.llocs_nom).exec();
+        if (!q.next()) {
+            f.missatge = Tradueix("Lloc '") + f.llocs_nom + Tradueix("' inexistent");
+            return;
+        }
+    }
+    if (f.feines_hora_fi > m_cfg.HoraFinal) {
+        f.missatge = Tradueix("L'hora final de la feina supera les") + QLatin1Char(' ') + m_cfg.HoraFinal + QStringLiteral("h.");
+        return;
+    }
+    f.missatge = comprovaSolapaments(f, 0);
+    if (!f.missatge.isEmpty())
+        return;
+    Query q = m_db.prepared(QStringLiteral(
+        "INSERT INTO Feines (feines_id, llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom,"
+        " feines_feta, feines_data_factura, feines_observacions) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    q.bind(f.feines_id).bind(f.llocs_nom).bind(f.feines_data).bind(f.feines_hora_inici).bind(f.feines_hora_fi)
+        .bind(textONull(f.recursos_nom)).bind(f.feines_feta ? 1 : 0).bind(f.feines_data_factura)
+        .bind(f.feines_observacions.isNull() ? QVariant() : QVariant(f.feines_observacions)).exec();
+    t.commit();
 }
 
 // ---------------------------------------------------------------- Busca_Feina

@@ -27,6 +27,10 @@ public:
     void Modifica_Feina(Feina &f);
     // Deletes a job that is not done; the record receives the deleted row.
     void Borra_Feina(Feina &f);
+    // Puts back a job that an undo or redo brings back, under its own id and with the record's
+    // fields (done flag and invoice date included): the place must exist and the place, the
+    // resource and a group's members must be free, as for a change. The caller writes its lines.
+    void Restaura_Feina(Feina &f);
     // The job of `lloc` covering `minut` on `dia` for `recurs` (directly or through a group), or
     // the unassigned one when `recurs` is "".
     void Busca_Feina(Feina &f, const QDate &dia, const QString &minut, const QString &lloc,
@@ -50,6 +54,10 @@ private:
     void grava(Feina &f, bool estricte);
     void modifica(Feina &f);
     void borra(Feina &f);
+    void restaura(Feina &f);
+    // The refusal of a change that would take the place or the resource (or a member of the
+    // group) from another job; "" when the slot is free.
+    QString comprovaSolapaments(const Feina &f, int excloure);
     void busca(Feina &f, const QDate &dia, const QString &minut, const QString &lloc, const QString &recurs);
 
     bool solapamentLloc(const Feina &f, int excloure);

@@ -75,6 +75,7 @@ Resultat GestioClients::AfegirClient(FitxaClient &f)
         f.nomAnt = f.nom;
         f.dataAlta = format::dataCurta(alta);
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -121,6 +122,7 @@ Resultat GestioClients::ModificarClient(FitxaClient &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -142,6 +144,7 @@ Resultat GestioClients::EliminarClient(FitxaClient &f)
         t.commit();
         f = FitxaClient();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

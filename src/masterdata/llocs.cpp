@@ -224,6 +224,7 @@ Resultat GestioLlocs::AfegirLloc(FitxaLloc &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -265,6 +266,7 @@ Resultat GestioLlocs::ModificarLloc(FitxaLloc &f)
             m_sessio.RefrescarFacturacio = true;
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -290,6 +292,7 @@ Resultat GestioLlocs::EliminarLloc(FitxaLloc &f)
         f.client = client;
         f.clientXecs = xecs;
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

@@ -181,6 +181,7 @@ Resultat GestioRecursos::AfegirRecurs(FitxaRecurs &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -219,6 +220,7 @@ Resultat GestioRecursos::ModificarRecurs(FitxaRecurs &f)
         f.nomAnt = f.nom;
         m_sessio.RefrescarAgenda = true;
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -242,6 +244,7 @@ Resultat GestioRecursos::EliminarRecurs(FitxaRecurs &f)
         t.commit();
         f = FitxaRecurs();
         m_sessio.RefrescarAgenda = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

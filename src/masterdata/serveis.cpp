@@ -111,6 +111,7 @@ Resultat GestioServeis::ModificarServei(FitxaServei &f)
         t.commit();
         f.nomAnt = f.nom;
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -139,6 +140,7 @@ Resultat GestioServeis::EliminarServei(FitxaServei &f)
         t.commit();
         f = FitxaServei();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

@@ -99,6 +99,7 @@ Resultat GestioXecs::AfegirXec(const QString &client, FitxaXec &f)
             .bind(id).bind(client).bind(valor).exec();
         t.commit();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -123,6 +124,7 @@ Resultat GestioXecs::ModificarXec(FitxaXec &f)
         t.commit();
         f = fitxaBuida();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }
@@ -153,6 +155,7 @@ Resultat GestioXecs::EliminarXec(FitxaXec &f)
         t.commit();
         f = fitxaBuida();
         m_sessio.RefrescarFacturacio = true;
+        m_sessio.Desfer.netejaDadesMestres();
         return Resultat::Fet;
     });
 }

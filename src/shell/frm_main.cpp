@@ -3,6 +3,7 @@
 #include "ajuda_window.h"
 
 #include "frm_missatges.h"
+#include "historial_desfer_window.h"
 #include "logo_quadrella.h"
 #include "ordre_finestres.h"
 #include "widgets/pagina_principal.h"
@@ -23,6 +24,7 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMenuBar>
 #include <QScreen>
 #include <QSettings>
 #include <QShortcut>
@@ -86,6 +88,7 @@ frmMain::frmMain(Sessio &sessio, Interaccio &ui, QWidget *parent)
     sbStatusBar->addPermanentWidget(panellData);
     sbStatusBar->addPermanentWidget(panellHora);
     setStatusBar(sbStatusBar);
+    creaMenuEdita();
 
     m_rellotge = new QTimer(this);
     m_rellotge->setInterval(1000);
@@ -113,7 +116,87 @@ frmMain::frmMain(Sessio &sessio, Interaccio &ui, QWidget *parent)
     resize(mida);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    m_sessio.Desfer.alCanviar = nullptr;
+}
+
+// ------------------------------------------------------------------ undo and redo
+
+void frmMain::creaMenuEdita()
+{
+    QMenu *edita = menuBar()->addMenu(Tradueix("Edita"));
+    edita->setObjectName(QStringLiteral("MenuEdita"));
+    m_desfer = edita->addAction(QString(), this, &frmMain::desfes);
+    m_desfer->setObjectName(QStringLiteral("Desfer"));
+    m_desfer->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_refer = edita->addAction(QString(), this, &frmMain::refes);
+    m_refer->setObjectName(QStringLiteral("Refer"));
+    m_refer->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    edita->addSeparator();
+    QAction *historial = edita->addAction(Tradueix("Historial de canvis"), this, &frmMain::obreHistorial);
+    historial->setObjectName(QStringLiteral("VeureHistorial"));
+    m_sessio.Desfer.alCanviar = [this] { actualitzaDesfer(); };
+    actualitzaDesfer();
+}
+
+void frmMain::actualitzaDesfer()
+{
+    const PilaDesfer &pila = m_sessio.Desfer;
+    auto caption = [](const QString &accio, const QString &text) {
+        return text.isEmpty() ? accio : accio + QStringLiteral(": ") + text;
+    };
+    m_desfer->setText(caption(Tradueix("Desfés"), pila.textDesfer()));
+    m_desfer->setEnabled(pila.potDesfer());
+    m_refer->setText(caption(Tradueix("Refés"), pila.textRefer()));
+    m_refer->setEnabled(pila.potRefer());
+    if (m_historial)
+        m_historial->actualitza();
+}
+
+void frmMain::desfes()
+{
+    aplicaDesfer(false);
+}
+
+void frmMain::refes()
+{
+    aplicaDesfer(true);
+}
+
+void frmMain::aplicaDesfer(bool refer)
+{
+    QString error;
+    {
+        PunterOcupat punter;
+        error = refer ? m_sessio.Desfer.refes() : m_sessio.Desfer.desfes();
+    }
+    if (!error.isEmpty()) {
+        m_ui.informa(Tradueix("AVÍS"), error);
+        return;
+    }
+    // Whatever the change touched, both grids show it at their next showing; the current one now.
+    m_sessio.RefrescarAgenda = true;
+    m_sessio.RefrescarFacturacio = true;
+    reconstrueixSiCal(m_actual);
+    if (alDesfer)
+        protegeix(m_ui, alDesfer);
+}
+
+void frmMain::obreHistorial()
+{
+    if (!m_historial)
+        m_historial = new HistorialDesferWindow(m_sessio.Desfer, m_desfer, m_refer, this);
+    m_historial->actualitza();
+    m_historial->show();
+    m_historial->raise();
+    m_historial->activateWindow();
+}
+
+HistorialDesferWindow *frmMain::historial() const
+{
+    return m_historial;
+}
 
 QWidget *frmMain::creaEspai(Pestanya p)
 {

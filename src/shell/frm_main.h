@@ -10,6 +10,8 @@
 #include <functional>
 
 class AjudaWindow;
+class HistorialDesferWindow;
+class QAction;
 class Interaccio;
 class LogoClicable;
 class OrdreFinestres;
@@ -63,6 +65,18 @@ public:
     void setFitxerAjuda(const QString &fitxer) { m_fitxerAjuda = fitxer; }
     QString fitxerAjuda() const { return m_fitxerAjuda; }
 
+    // The Edit menu: undo and redo the last change of the agenda, the job editor or the billing
+    // sheet (a refusal is shown and changes nothing), and the history of changes.
+    void desfes();
+    void refes();
+    void obreHistorial();
+    QAction *accioDesfer() const { return m_desfer; }
+    QAction *accioRefer() const { return m_refer; }
+    HistorialDesferWindow *historial() const;
+    // After an undo or a redo: whatever lists outside the grids must be read again (the client's
+    // vouchers, which an undone change may have settled or freed).
+    std::function<void()> alDesfer;
+
     Sessio &sessio() const { return m_sessio; }
     Interaccio &interaccio() const { return m_ui; }
 
@@ -95,6 +109,9 @@ private:
     void restauraPosicio();
     void desaPosicio();
     void actualitzaRellotge();
+    void creaMenuEdita();
+    void actualitzaDesfer();
+    void aplicaDesfer(bool refer);
 
     Sessio &m_sessio;
     Interaccio &m_ui;
@@ -107,5 +124,8 @@ private:
     QPointer<AjudaWindow> m_ajuda;
     QTimer *m_rellotge;
     QString m_fitxerAjuda;
+    QAction *m_desfer = nullptr;
+    QAction *m_refer = nullptr;
+    QPointer<HistorialDesferWindow> m_historial;
     bool m_tancada = false;
 };

@@ -214,6 +214,7 @@ void posaPaginesMestres(frmMain &finestra, AgendaPage &agenda, FacturacioPage &f
     const auto recarregaXecs = [clients] { clients->Carrega_Xecs_Client(); };
     facturacio.controlador().recarregaXecs = recarregaXecs;
     agenda.controlador().recarregaXecs = recarregaXecs;
+    finestra.alDesfer = recarregaXecs;
     if (reparaColorsRecursos(finestra.sessio()) > 0)
         recursos->reconstrueix();
 }
