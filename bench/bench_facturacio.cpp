@@ -71,24 +71,6 @@ struct Sentencia {
     }
 };
 
-// The sheet's two queries as the engine runs them, read row by row with nothing built.
-const char *const kSqlFeines =
-    "SELECT Llocs.llocs_quota, Feines.feines_id, Feines.feines_data, Feines.llocs_nom, Feines.recursos_nom,"
-    " Feines.feines_feta, Feines.feines_data_factura, Feines.feines_quota, Feines_Detall.serveis_nom,"
-    " Feines_Detall.feines_detall_quantitat, Feines_Detall.feines_detall_unitat, Feines_Detall.feines_detall_preu_un"
-    " FROM Llocs INNER JOIN (Feines LEFT JOIN Feines_Detall ON Feines.feines_id = Feines_Detall.feines_id)"
-    " ON Llocs.llocs_nom = Feines.llocs_nom"
-    " WHERE Llocs.clients_nom = ? AND Feines.feines_data >= ? AND Feines.feines_data < ?"
-    " ORDER BY Feines.llocs_nom, Feines.feines_data, Feines.feines_id, Feines_Detall.serveis_nom,"
-    " Feines_Detall.feines_detall_unitat";
-const char *const kSqlXecs =
-    "SELECT Xecs.xecs_id, Xecs.clients_nom, Xecs.feines_id, Xecs.xecs_data_entrega, Xecs.xecs_data_liquidat,"
-    " Xecs.xecs_valor, Feines.feines_data, Feines.feines_data_factura"
-    " FROM Xecs LEFT JOIN Feines ON Feines.feines_id = Xecs.feines_id"
-    " WHERE Xecs.clients_nom = ?"
-    " AND ((Feines.feines_data >= ? AND Feines.feines_data < ?) OR Feines.feines_data IS NULL)"
-    " ORDER BY Xecs.xecs_data_liquidat DESC, Xecs.xecs_data_entrega, Xecs.xecs_id";
-
 struct Entorn {
     QTemporaryDir dir;
     std::unique_ptr<Sessio> sessio;
@@ -199,7 +181,7 @@ struct LecturaNua {
     Sentencia xecs;
     QByteArray de = kInici.toString(Qt::ISODate).toUtf8();
     QByteArray fins = kInici.addMonths(1).toString(Qt::ISODate).toUtf8();
-    explicit LecturaNua(sqlite3 *h) : feines(h, kSqlFeines), xecs(h, kSqlXecs) {}
+    explicit LecturaNua(sqlite3 *h) : feines(h, Facturacio::kSqlFeines), xecs(h, Facturacio::kSqlXecs) {}
 
     static int llegeix(Sentencia &s, const QByteArray &client, const QByteArray &de, const QByteArray &fins)
     {

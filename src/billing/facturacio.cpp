@@ -112,6 +112,24 @@ double llegeixQuota(const QString &text)
 
 // ---------------------------------------------------------------- model
 
+// The sheet's two queries: a client's jobs of the month with their lines, and its vouchers.
+const char *const Facturacio::kSqlFeines =
+    "SELECT Llocs.llocs_quota, Feines.feines_id, Feines.feines_data, Feines.llocs_nom, Feines.recursos_nom,"
+    " Feines.feines_feta, Feines.feines_data_factura, Feines.feines_quota, Feines_Detall.serveis_nom,"
+    " Feines_Detall.feines_detall_quantitat, Feines_Detall.feines_detall_unitat, Feines_Detall.feines_detall_preu_un"
+    " FROM Llocs INNER JOIN (Feines LEFT JOIN Feines_Detall ON Feines.feines_id = Feines_Detall.feines_id)"
+    " ON Llocs.llocs_nom = Feines.llocs_nom"
+    " WHERE Llocs.clients_nom = ? AND Feines.feines_data >= ? AND Feines.feines_data < ?"
+    " ORDER BY Feines.llocs_nom, Feines.feines_data, Feines.feines_id, Feines_Detall.serveis_nom,"
+    " Feines_Detall.feines_detall_unitat";
+const char *const Facturacio::kSqlXecs =
+    "SELECT Xecs.xecs_id, Xecs.clients_nom, Xecs.feines_id, Xecs.xecs_data_entrega, Xecs.xecs_data_liquidat,"
+    " Xecs.xecs_valor, Feines.feines_data, Feines.feines_data_factura"
+    " FROM Xecs LEFT JOIN Feines ON Feines.feines_id = Xecs.feines_id"
+    " WHERE Xecs.clients_nom = ?"
+    " AND ((Feines.feines_data >= ? AND Feines.feines_data < ?) OR Feines.feines_data IS NULL)"
+    " ORDER BY Xecs.xecs_data_liquidat DESC, Xecs.xecs_data_entrega, Xecs.xecs_id";
+
 Facturacio::Facturacio(Db &db, const Configuracio &cfg)
     : m_db(db), m_cfg(cfg), m_factura(kColumnesFactura, true), m_xecs(kColumnesXecs, false)
 {
@@ -237,15 +255,7 @@ void Facturacio::carregaLiquidats(const MesFactura &mes)
 
 void Facturacio::carregaFeines(const MesFactura &mes)
 {
-    Query q = m_db.prepared(QStringLiteral(
-        "SELECT Llocs.llocs_quota, Feines.feines_id, Feines.feines_data, Feines.llocs_nom, Feines.recursos_nom,"
-        " Feines.feines_feta, Feines.feines_data_factura, Feines.feines_quota, Feines_Detall.serveis_nom,"
-        " Feines_Detall.feines_detall_quantitat, Feines_Detall.feines_detall_unitat, Feines_Detall.feines_detall_preu_un"
-        " FROM Llocs INNER JOIN (Feines LEFT JOIN Feines_Detall ON Feines.feines_id = Feines_Detall.feines_id)"
-        " ON Llocs.llocs_nom = Feines.llocs_nom"
-        " WHERE Llocs.clients_nom = ? AND Feines.feines_data >= ? AND Feines.feines_data < ?"
-        " ORDER BY Feines.llocs_nom, Feines.feines_data, Feines.feines_id, Feines_Detall.serveis_nom,"
-        " Feines_Detall.feines_detall_unitat"));
+    Query q = m_db.prepared(QString::fromLatin1(Facturacio::kSqlFeines));
     q.bind(m_parametres.client).bind(mes.inici).bind(mes.fi).exec();
 
     const QString si = codi_factura::feta();
@@ -404,13 +414,7 @@ void Facturacio::carregaFeines(const MesFactura &mes)
 // given the next free candidate hour.
 void Facturacio::carregaXecs(const MesFactura &mes)
 {
-    Query q = m_db.prepared(QStringLiteral(
-        "SELECT Xecs.xecs_id, Xecs.clients_nom, Xecs.feines_id, Xecs.xecs_data_entrega, Xecs.xecs_data_liquidat,"
-        " Xecs.xecs_valor, Feines.feines_data, Feines.feines_data_factura"
-        " FROM Xecs LEFT JOIN Feines ON Feines.feines_id = Xecs.feines_id"
-        " WHERE Xecs.clients_nom = ?"
-        " AND ((Feines.feines_data >= ? AND Feines.feines_data < ?) OR Feines.feines_data IS NULL)"
-        " ORDER BY Xecs.xecs_data_liquidat DESC, Xecs.xecs_data_entrega, Xecs.xecs_id"));
+    Query q = m_db.prepared(QString::fromLatin1(Facturacio::kSqlXecs));
     q.bind(m_parametres.client).bind(mes.inici).bind(mes.fi).exec();
 
     const QString servei = m_cfg.ServeiXecs;

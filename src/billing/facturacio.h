@@ -65,6 +65,11 @@ struct TotalsFacturacio {
 
 class Facturacio {
 public:
+    // The two queries a sheet is built from (bound: client, first day, day after the month), for
+    // whoever measures them bare.
+    static const char *const kSqlFeines;
+    static const char *const kSqlXecs;
+
     Facturacio(Db &db, const Configuracio &cfg);
 
     // Rebuilds both sheets and the totals. Reads, never writes. A database error propagates

@@ -1,15 +1,18 @@
 // The print buttons of the main window reach their reports through the print preview: the
-// agenda's two buttons and the job editor's "Imprimir"; and a report that fails inside the
+// agenda's two buttons, the job editor's "Imprimir" and the billing tab's buttons; and a report that fails inside the
 // preview shows "Error:" once. Set QUADRELLA_CAPTURES=DIR to keep a picture of each preview.
 #include "agenda/agenda_page.h"
 #include "agenda/agenda_llista_widget.h"
 #include "agenda/frm_feines_dialog.h"
+#include "billing/facturacio_page.h"
 #include "reports/impressora.h"
 #include "reports/previsualitzacio_dialog.h"
 #include "shell/frm_main.h"
+#include "shell/frm_missatges.h"
 #include "support/entorn_proves.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QPrintPreviewDialog>
 #include <QPushButton>
 #include <QSettings>
@@ -84,6 +87,9 @@ private slots:
         dades_prova::recurs(m_sessio->db(), "Anna", 0x00ffff);
         dades_prova::lloc(m_sessio->db(), "Escola Sol", 60);
         dades_prova::feina(m_sessio->db(), "Escola Sol", QDate::currentDate(), "09:00", "10:00", "Anna");
+        dades_prova::client(m_sessio->db(), "Bar Nou");
+        dades_prova::lloc(m_sessio->db(), "Bar", 60, QString(), "Bar Nou");
+        dades_prova::feina(m_sessio->db(), "Bar", QDate::currentDate(), "09:00", "10:00", QString(), true);
         m_w = std::make_unique<frmMain>(*m_sessio, m_ui);
         m_w->carrega();
         m_w->show();
@@ -165,6 +171,56 @@ private slots:
         QCOMPARE(m_ui.crides.first().tipus, QStringLiteral("error"));
         QCOMPARE(m_ui.crides.first().titol, QStringLiteral("ERROR"));
         QCOMPARE(m_ui.crides.first().text, QStringLiteral("Error:database is locked"));
+    }
+
+    // The billing tab's buttons: without a client the summary (its log in the message window, the
+    // selector back afterwards), the settled vouchers and the overtime; with one, the invoice data
+    // once the month is written. The ordinary pointer over every preview.
+    void billingButtonsOpenTheirPreviews_data()
+    {
+        const QString mes = QDate::currentDate().toString(QStringLiteral("MM/yyyy"));
+        QTest::addColumn<QString>("client");
+        QTest::addColumn<QString>("boto");
+        QTest::addColumn<QString>("titol");
+        QTest::newRow("summary") << "" << "ImprimirFacturacio" << "RESUM FACTURACIÓ del mes: " + mes;
+        QTest::newRow("vouchers") << "" << "ImprimirXecs" << "Relació de XECS " + mes;
+        QTest::newRow("overtime") << "" << "ImprimirHores" << "Relació de HORES EXTRA del mes: " + mes;
+        QTest::newRow("commit") << "Bar Nou" << "ImprimirFacturacio" << "Dades de facturació del mes: " + mes + " - Bar Nou";
+    }
+
+    void billingButtonsOpenTheirPreviews()
+    {
+        m_w->seleccionaPestanya(frmMain::Facturacio);
+        m_ui.crides.clear();
+        QFETCH(QString, client);
+        QFETCH(QString, boto);
+        QFETCH(QString, titol);
+        auto &p = *m_w->findChild<FacturacioPage *>();
+        p.ClientsCombo->setCurrentIndex(p.ClientsCombo->findText(client));
+        // Closes the preview once it shows (polling while its own loop runs).
+        QString vist;
+        bool ocupat = false;
+        QTimer rellotge;
+        connect(&rellotge, &QTimer::timeout, [&] {
+            if (auto *d = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget())) {
+                vist = d->windowTitle();
+                ocupat = QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+                d->reject();
+            }
+        });
+        rellotge.start(25);
+        p.findChild<QPushButton *>(boto)->click();
+        QCOMPARE(vist, titol);
+        QVERIFY(!ocupat);
+        QVERIFY(m_ui.crides.isEmpty());
+        if (QTest::currentDataTag() == QLatin1String("summary")) {
+            QCOMPARE(m_w->missatges()->windowTitle(), QStringLiteral("CALCUL DADES FACTURACIO"));
+            QVERIFY(m_w->missatges()->text().contains(QStringLiteral("1 clients processats.")));
+            QVERIFY(m_w->missatges()->Tancar->isEnabled());
+            QVERIFY(p.ClientsCombo->isVisible());
+        } else if (!client.isEmpty()) {
+            QCOMPARE(dades_prova::valor(m_sessio->db(), "SELECT count(*) FROM Feines WHERE feines_data_factura IS NOT NULL"), 1);
+        }
     }
 };
 
