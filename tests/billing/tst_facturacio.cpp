@@ -321,52 +321,53 @@ private slots:
         QVERIFY(f.FacturaGrid().files() >= 1 && f.XecsGrid().files() >= 1);
     }
 
-    // What the tab draws besides the texts: colours, bold, alignment, and the merged blocks.
+    // What the tab draws besides the texts: colours, bold, alignment, and the merged blocks; and
+    // the item model a table view draws from, with the hidden fee code painted in its background.
     void atributsIFusions()
     {
         BaseProva base;
         base.cfg.ColorFeina = 111;
-        base.cfg.ColorQuota = 222;
+        base.cfg.ColorQuota = 0x0000FF; // red in the low byte
         Dades d{base.db};
         casos()[0].prepara(d, base.cfg);
         d.linia(101, QStringLiteral("Vidres"), 1, 5);
         d.feina(103, QStringLiteral("A"), QStringLiteral("2009-03-07"), false);
         Facturacio f(base.db, base.cfg);
+        ModelTaulaFacturacio m(f.FacturaGrid());
+        QAbstractItemModelTester tester(&m, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(m.rowCount(), 1); // the empty row before any build
         f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
+        m.refresca();
         const GraellaFacturacio &g = f.FacturaGrid();
         // 0,1 lines of 101; 2 its total; 3 line of 103; 4 its total; 5 line of 102; 6 total; 7 fee
-        QCOMPARE(g.files(), 8);
+        QCOMPARE(m.rowCount(), 8);
         QCOMPARE(g.codi(3), QStringLiteral("103"));
-
         const auto fons = [&](int r) {
             QList<qint32> l;
             for (int c = 1; c < 10; ++c)
                 l << g.cella(r, c).fons;
             return l;
         };
-        const qint32 n = SenseFons;
-        QCOMPARE(fons(0), (QList<qint32>{n, n, n, n, n, n, n, n, n}));
+        const qint32 n = SenseFons, q = 0x0000FF;
+        QCOMPARE(fons(0), (QList<qint32>(9, n)));
         QCOMPARE(fons(2), (QList<qint32>{111, n, n, n, n, n, n, 111, 111}));
-        QCOMPARE(fons(5), (QList<qint32>(9, 222)));
-        QCOMPARE(fons(6), (QList<qint32>{222, n, n, n, n, n, n, 222, 222}));
-        QCOMPARE(fons(7), (QList<qint32>{222, 222, 222, n, n, n, 222, 222, 222}));
+        QCOMPARE(fons(5), (QList<qint32>(9, q)));
+        QCOMPARE(fons(6), (QList<qint32>{q, n, n, n, n, n, n, q, q}));
+        QCOMPARE(fons(7), (QList<qint32>{q, q, q, n, n, n, q, q, q}));
         QVERIFY(g.cella(3, ColFeta).negreta && !g.cella(0, ColFeta).negreta);
         QVERIFY(g.cella(2, ColImport).negreta && g.cella(7, ColLloc).negreta && g.cella(7, ColUnitat).negreta);
         QVERIFY(g.cella(6, ColImport).oculta && !g.cella(2, ColImport).oculta);
-        QCOMPARE(g.cella(2, ColData).alineacio, CellaFacturacio::Dreta);
-        QCOMPARE(g.cella(2, ColIdFeina).alineacio, CellaFacturacio::Esquerra);
-        QCOMPARE(g.cella(0, ColLloc).alineacio, CellaFacturacio::Centre);
-        QCOMPARE(g.cella(0, ColQuantitat).alineacio, CellaFacturacio::Dreta);
+        QCOMPARE((QList<int>{g.cella(2, ColData).alineacio, g.cella(2, ColIdFeina).alineacio, g.cella(0, ColLloc).alineacio,
+                             g.cella(0, ColQuantitat).alineacio}),
+                 (QList<int>{CellaFacturacio::Dreta, CellaFacturacio::Esquerra, CellaFacturacio::Centre, CellaFacturacio::Dreta}));
         QCOMPARE(g.ampladaTwips(ColCodi), 0);
         QCOMPARE(g.capcalera(ColDataFactura), QStringLiteral("Data fra."));
 
         const auto bloc = [&](int r, int c) { return QPair<int, int>(g.bloc(r, c).files, g.bloc(r, c).columnes); };
         using B = QPair<int, int>;
         // Job 101's two lines share date, place, resource, done and billing date; not service.
-        for (int c = ColData; c <= ColDataFactura; ++c) {
-            QCOMPARE(bloc(0, c), B(2, 1));
-            QCOMPARE(bloc(1, c), B(0, 0));
-        }
+        for (int c = ColData; c <= ColDataFactura; ++c)
+            QVERIFY(bloc(0, c) == B(2, 1) && bloc(1, c) == B(0, 0));
         QCOMPARE(bloc(0, ColServei), B(1, 1));
         // A total row spreads its label over columns 1 to 7; a fee row its place over 2 to 6.
         QCOMPARE(bloc(2, ColData), B(1, 7));
@@ -381,45 +382,26 @@ private slots:
         fila = 7, col = ColServei;
         g.iniciBloc(fila, col);
         QCOMPARE(B(fila, col), B(7, ColLloc));
+
+        // The model: the hidden fee code painted red on red, bold; blocks and codes in their roles.
+        const QModelIndex quota = m.index(6, ColImport);
+        QCOMPARE(quota.data().toString(), QStringLiteral("QM45"));
+        QVERIFY(quota.data(ModelTaulaFacturacio::RolOculta).toBool() && quota.data(Qt::FontRole).value<QFont>().bold());
+        QCOMPARE(quota.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QCOMPARE(quota.data(Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 0, 0));
+        QCOMPARE(quota.data(ModelTaulaFacturacio::RolCodi).toString(), QStringLiteral("Si"));
+        QCOMPARE(m.index(2, ColData).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 7);
+        QCOMPARE(m.index(2, ColLloc).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 0);
+        QCOMPARE(m.index(0, ColImport).data(Qt::TextAlignmentRole).value<Qt::Alignment>(), Qt::AlignRight | Qt::AlignVCenter);
+        QVERIFY(!m.index(0, ColImport).data(Qt::ForegroundRole).isValid());
+        QCOMPARE(m.headerData(ColCodi, Qt::Horizontal, ModelTaulaFacturacio::RolAmpladaTwips).toInt(), 0);
+        QCOMPARE(m.headerData(ColImport, Qt::Horizontal).toString(), QStringLiteral("Import"));
         // The voucher sheet never merges (two settled vouchers of one day and job).
         base.cfg.ServeiXecs = QStringLiteral("Neteja");
         d.xec(1, QStringLiteral("2009-01-01"), 10, 101, QStringLiteral("2009-04-01"));
         d.xec(2, QStringLiteral("2009-01-01"), 10, 101, QStringLiteral("2009-04-01"));
         f.Carrega_Facturacio({QStringLiteral("03/2009"), QString(), false, QString()});
         QCOMPARE(f.XecsGrid().bloc(0, 1).files, 1);
-    }
-
-    // The item model a table view draws from: rows follow the rebuilds, the hidden fee code is
-    // painted in its background, blocks and codes travel in their roles.
-    void modelDeTaula()
-    {
-        BaseProva base;
-        base.cfg.ColorQuota = 0x0000FF; // red in the low byte
-        Dades d{base.db};
-        casos()[0].prepara(d, base.cfg);
-        Facturacio f(base.db, base.cfg);
-        ModelTaulaFacturacio m(f.FacturaGrid());
-        QAbstractItemModelTester tester(&m, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QCOMPARE(m.rowCount(), 1); // the empty row before any build
-        f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()});
-        m.refresca();
-        QCOMPARE(m.rowCount(), 5);
-        QCOMPARE(m.columnCount(), 10);
-        const QModelIndex quota = m.index(3, ColImport);
-        QCOMPARE(quota.data().toString(), QStringLiteral("QM45"));
-        QVERIFY(quota.data(ModelTaulaFacturacio::RolOculta).toBool());
-        QCOMPARE(quota.data(Qt::ForegroundRole).value<QBrush>().color(), QColor(255, 0, 0));
-        QCOMPARE(quota.data(Qt::BackgroundRole).value<QBrush>().color(), QColor(255, 0, 0));
-        QVERIFY(quota.data(Qt::FontRole).value<QFont>().bold());
-        QCOMPARE(quota.data(ModelTaulaFacturacio::RolCodi).toString(), QStringLiteral("Si"));
-        QCOMPARE(m.index(1, ColData).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 7);
-        QCOMPARE(m.index(1, ColLloc).data(ModelTaulaFacturacio::RolColumnesBloc).toInt(), 0);
-        QCOMPARE(Qt::Alignment(m.index(0, ColImport).data(Qt::TextAlignmentRole).value<Qt::Alignment>()),
-                 Qt::AlignRight | Qt::AlignVCenter);
-        QVERIFY(!m.index(0, ColImport).data(Qt::ForegroundRole).isValid());
-        QCOMPARE(m.headerData(ColCodi, Qt::Horizontal, ModelTaulaFacturacio::RolAmpladaTwips).toInt(), 0);
-        QCOMPARE(m.headerData(ColImport, Qt::Horizontal).toString(), QStringLiteral("Import"));
-        f.Carrega_Facturacio({QStringLiteral("04/2009"), kClient, false, QString()});
         m.refresca();
         QCOMPARE(m.rowCount(), 1);
     }
@@ -469,27 +451,19 @@ private slots:
         QCOMPARE(f.FacturaGrid().files(), 60);
     }
 
-    void mesos_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QDate>("inici");
-        QTest::addColumn<QDate>("fi");
-        QTest::newRow("march") << "03/2009" << QDate(2009, 3, 1) << QDate(2009, 4, 1);
-        QTest::newRow("december") << "12/2009" << QDate(2009, 12, 1) << QDate(2010, 1, 1);
-        QTest::newRow("blanks around") << " 01/2010 " << QDate(2010, 1, 1) << QDate(2010, 2, 1);
-        for (const char *dolent : {"3/2009", "13/2009", "00/2009", "03-2009", "0a/2009", "03/20a9", "", "03/2009x", "+3/2009"})
-            QTest::newRow(dolent) << dolent << QDate() << QDate();
-    }
-
     void mesos()
     {
-        QFETCH(QString, text);
-        QFETCH(QDate, inici);
-        QFETCH(QDate, fi);
-        const MesFactura m = MesFactura::llegeix(text);
-        QCOMPARE(MesFactura::valid(text), inici.isValid());
-        QCOMPARE(m.inici, inici);
-        QCOMPARE(m.fi, fi);
+        const struct {
+            const char *text;
+            QDate inici, fi;
+        } casos[] = {{"03/2009", {2009, 3, 1}, {2009, 4, 1}}, {"12/2009", {2009, 12, 1}, {2010, 1, 1}},
+                     {" 01/2010 ", {2010, 1, 1}, {2010, 2, 1}}};
+        for (const auto &c : casos) {
+            const MesFactura m = MesFactura::llegeix(c.text);
+            QVERIFY2(MesFactura::valid(c.text) && m.inici == c.inici && m.fi == c.fi, c.text);
+        }
+        for (const char *dolent : {"3/2009", "13/2009", "00/2009", "03-2009", "0a/2009", "03/20a9", "", "03/2009x", "+3/2009"})
+            QVERIFY2(!MesFactura::valid(dolent) && !MesFactura::llegeix(dolent).inici.isValid(), dolent);
     }
 };
 

@@ -9,7 +9,15 @@
 
 #include <QSqlRecord>
 #include <QStringList>
+#include <QTest>
 #include <memory>
+
+// An action's result and the messages it showed, one per line ("" for none); forgets them.
+#define ESPERA(e, accio, resultat, text)                                                        \
+    do {                                                                                        \
+        QCOMPARE(accio, resultat);                                                              \
+        QCOMPARE((e).missatges().join(QLatin1Char('\n')), QString(text));                      \
+    } while (false)
 
 struct EntornMestres {
     DirectoriProva dir;
