@@ -20,18 +20,30 @@ const QString kClient = QStringLiteral("L'Estel");
 // Short writers: jobs with the ids the expectations name, their lines, places with a fee.
 struct Dades {
     Db &db;
-    void lloc(const QString &nom, double quota = 0.0, const QString &client = kClient)
+    Dades &lloc(const QString &nom, double quota = 0.0, const QString &client = kClient)
     {
         dades_prova::lloc(db, nom, 60, QString(), client);
         db.query(QStringLiteral("UPDATE Llocs SET llocs_quota = ? WHERE llocs_nom = ?")).bind(quota).bind(nom).exec();
+        return *this;
     }
-    void feina(int id, const QString &lloc, const QString &dia, bool feta, const QString &recurs = QString(),
-               const QString &facturada = QString(), double quota = 0.0)
+    // A job, whose service lines may follow: feina(...).linia(...).linia(...).
+    struct Feina {
+        Dades &d;
+        int id;
+        Feina &linia(const QString &servei, double quantitat, double preu, const QString &unitat = QStringLiteral("h"))
+        {
+            d.linia(id, servei, quantitat, preu, unitat);
+            return *this;
+        }
+    };
+    Feina feina(int id, const QString &lloc, const QString &dia, bool feta, const QString &recurs = QString(),
+                const QString &facturada = QString(), double quota = 0.0)
     {
         db.query(QStringLiteral("INSERT INTO Feines (feines_id, llocs_nom, feines_data, feines_hora_inici, feines_hora_fi,"
                                 " recursos_nom, feines_feta, feines_data_factura, feines_quota) VALUES (?, ?, ?, '09:00', '10:00', ?, ?, ?, ?)"))
             .bind(id).bind(lloc).bind(dia).bind(recurs.isEmpty() ? QVariant() : QVariant(recurs)).bind(feta ? 1 : 0)
             .bind(facturada.isEmpty() ? QVariant() : QVariant(facturada)).bind(quota).exec();
+        return Feina{*this, id};
     }
     void linia(int feina, const QString &servei, double quantitat, double preu, const QString &unitat = QStringLiteral("h"))
     {
@@ -39,13 +51,14 @@ struct Dades {
                                 " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?)"))
             .bind(feina).bind(servei).bind(quantitat).bind(unitat).bind(preu).exec();
     }
-    void xec(int id, const QString &entrega, double valor = 10.0, int feina = 0, const QString &liquidat = QString(),
+    Dades &xec(int id, const QString &entrega, double valor = 10.0, int feina = 0, const QString &liquidat = QString(),
              const QString &client = kClient)
     {
         db.query(QStringLiteral("INSERT INTO Xecs (xecs_id, clients_nom, feines_id, xecs_data_entrega, xecs_data_liquidat,"
                                 " xecs_valor) VALUES (?, ?, ?, ?, ?, ?)"))
             .bind(id).bind(client).bind(feina ? QVariant(feina) : QVariant()).bind(entrega)
             .bind(liquidat.isEmpty() ? QVariant() : QVariant(liquidat)).bind(valor).exec();
+        return *this;
     }
 };
 
@@ -97,196 +110,137 @@ const QList<Cas> &casos()
     static const QList<Cas> llista = {
         {"fee once instead of the lines, vouchers off",
          [](Dades &d, Configuracio &) {
-             d.lloc(QStringLiteral("A"));
-             d.lloc(QStringLiteral("B"), 45);
-             d.feina(101, QStringLiteral("A"), QStringLiteral("2009-03-05"), true, QStringLiteral("Marta"));
-             d.linia(101, QStringLiteral("Neteja"), 2, 12);
-             d.feina(102, QStringLiteral("B"), QStringLiteral("2009-03-06"), true);
-             d.linia(102, QStringLiteral("Neteja"), 3, 12);
+             d.lloc("A").lloc("B", 45);
+             d.feina(101, "A", "2009-03-05", true, "Marta").linia("Neteja", 2, 12);
+             d.feina(102, "B", "2009-03-06", true).linia("Neteja", 3, 12);
          },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("101|05/03/2009|A|Marta|Si| |Neteja|2|h|24,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|101|24,00"),
-          QStringLiteral("102|06/03/2009|B| |Si| |Neteja|3|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|102|{QM45}"),
-          QStringLiteral("SQ|   |B|B|B|B|B|   |Quota mes|45,00")},
-         {}, QStringLiteral("69,00;;;;69,00")},
+         "03/2009", kClient, false, QString(),
+         {"101|05/03/2009|A|Marta|Si| |Neteja|2|h|24,00", "Si|" + T7 + "|101|24,00",
+          "102|06/03/2009|B| |Si| |Neteja|3|h|", "Si|" + T7 + "|102|{QM45}", "SQ|   |B|B|B|B|B|   |Quota mes|45,00"},
+         {}, "69,00;;;;69,00"},
 
         {"a fee place: one fee row for its one done job; none when no job is done",
          [](Dades &d, Configuracio &) {
-             d.lloc(QStringLiteral("Bloc"), 45.5);
-             d.lloc(QStringLiteral("Casa"), 30);
-             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), false);
-             d.linia(1, QStringLiteral("Vidres"), 1, 20);
-             d.feina(2, QStringLiteral("Bloc"), QStringLiteral("2009-03-09"), true);
-             d.linia(2, QStringLiteral("Vidres"), 1, 20);
-             d.feina(3, QStringLiteral("Bloc"), QStringLiteral("2009-03-16"), false);
-             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), false);
+             d.lloc("Bloc", 45.5).lloc("Casa", 30);
+             d.feina(1, "Bloc", "2009-03-02", false).linia("Vidres", 1, 20);
+             d.feina(2, "Bloc", "2009-03-09", true).linia("Vidres", 1, 20);
+             d.feina(3, "Bloc", "2009-03-16", false);
+             d.feina(4, "Casa", "2009-03-03", false);
          },
-         QStringLiteral("03/2009"), kClient, false, QStringLiteral("10"),
-         {QStringLiteral("1|02/03/2009|Bloc| |No| |Vidres|1|h|"), QStringLiteral("No|") + T7 + QStringLiteral("|1|{QM45,5}"),
-          QStringLiteral("2|09/03/2009|Bloc| |Si| |Vidres|1|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|2|{QM45,5}"),
-          QStringLiteral("3|16/03/2009|Bloc| |No| ||||"), QStringLiteral("No|") + T7 + QStringLiteral("|3|{QM45,5}"),
-          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,50"),
-          QStringLiteral("4|03/03/2009|Casa| |No| ||||"), QStringLiteral("No|") + T7 + QStringLiteral("|4|{QM30}")},
-         {}, QStringLiteral("45,50;;;10;35,50")},
+         "03/2009", kClient, false, "10",
+         {"1|02/03/2009|Bloc| |No| |Vidres|1|h|", "No|" + T7 + "|1|{QM45,5}",
+          "2|09/03/2009|Bloc| |Si| |Vidres|1|h|", "Si|" + T7 + "|2|{QM45,5}", "3|16/03/2009|Bloc| |No| ||||", "No|" + T7 + "|3|{QM45,5}",
+          "SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,50", "4|03/03/2009|Casa| |No| ||||", "No|" + T7 + "|4|{QM30}"},
+         {}, "45,50;;;10;35,50"},
 
         {"a billed job keeps the fee it was billed with",
          [](Dades &d, Configuracio &) {
-             d.lloc(QStringLiteral("Bloc"), 60);
-             d.lloc(QStringLiteral("Pis"), 50);
-             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-04-01"), 45);
-             d.feina(2, QStringLiteral("Pis"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-04-01"), 0);
-             d.linia(2, QStringLiteral("Vidres"), 1.5, 10);
+             d.lloc("Bloc", 60).lloc("Pis", 50);
+             d.feina(1, "Bloc", "2009-03-02", true, {}, "2009-04-01", 45);
+             d.feina(2, "Pis", "2009-03-02", true, {}, "2009-04-01", 0).linia("Vidres", 1.5, 10);
          },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("1|02/03/2009|Bloc| |Si|01/04/2009||||"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|{QM45}"),
-          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,00"),
-          QStringLiteral("2|02/03/2009|Pis| |Si|01/04/2009|Vidres|1,5|h|15,00"),
-          QStringLiteral("Si|") + T7 + QStringLiteral("|2|15,00")},
-         {}, QStringLiteral("60,00;;;;60,00")},
+         "03/2009", kClient, false, QString(),
+         {"1|02/03/2009|Bloc| |Si|01/04/2009||||", "Si|" + T7 + "|1|{QM45}", "SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|45,00",
+          "2|02/03/2009|Pis| |Si|01/04/2009|Vidres|1,5|h|15,00", "Si|" + T7 + "|2|15,00"},
+         {}, "60,00;;;;60,00"},
 
         {"a job not done: No in bold, no amounts; December ends before January",
          [](Dades &d, Configuracio &) {
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-11-30"), true);
-             d.linia(1, QStringLiteral("Vidres"), 1, 10);
-             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-12-01"), false);
-             d.linia(2, QStringLiteral("Vidres"), 2, 10);
-             d.linia(2, QStringLiteral("Abrillantat"), 1, 5, QStringLiteral("m2"));
-             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-12-31"), true);
-             d.linia(3, QStringLiteral("Vidres"), 0.333, 10);
-             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2010-01-01"), true);
-             d.linia(4, QStringLiteral("Vidres"), 1, 10);
+             d.lloc("Casa");
+             d.feina(1, "Casa", "2009-11-30", true).linia("Vidres", 1, 10);
+             d.feina(2, "Casa", "2009-12-01", false).linia("Vidres", 2, 10).linia("Abrillantat", 1, 5, "m2");
+             d.feina(3, "Casa", "2009-12-31", true).linia("Vidres", 0.333, 10);
+             d.feina(4, "Casa", "2010-01-01", true).linia("Vidres", 1, 10);
          },
-         QStringLiteral("12/2009"), kClient, false, QString(),
-         {QStringLiteral("2|01/12/2009|Casa| |No| |Abrillantat|1|m2|"), QStringLiteral("2|01/12/2009|Casa| |No| |Vidres|2|h|"),
-          QStringLiteral("No|") + T7 + QStringLiteral("|2|"), QStringLiteral("3|31/12/2009|Casa| |Si| |Vidres|0,333|h|3,33"),
-          QStringLiteral("Si|") + T7 + QStringLiteral("|3|3,33")},
-         {}, QStringLiteral("3,33;;;;3,33")},
+         "12/2009", kClient, false, QString(),
+         {"2|01/12/2009|Casa| |No| |Abrillantat|1|m2|", "2|01/12/2009|Casa| |No| |Vidres|2|h|",
+          "No|" + T7 + "|2|", "3|31/12/2009|Casa| |Si| |Vidres|0,333|h|3,33", "Si|" + T7 + "|3|3,33"},
+         {}, "3,33;;;;3,33"},
 
         {"no jobs: one empty row, nothing but minus the payment to pay",
-         [](Dades &d, Configuracio &) { d.lloc(QStringLiteral("Casa")); }, QStringLiteral("03/2009"), kClient, false,
-         QStringLiteral("150"), {}, {}, QStringLiteral("0,00;;;150;-150,00")},
+         [](Dades &d, Configuracio &) { d.lloc("Casa"); }, "03/2009", kClient, false,
+         "150", {}, {}, "0,00;;;150;-150,00"},
 
         {"pending only: billed jobs, their fee and settled vouchers go",
          [](Dades &d, Configuracio &cfg) {
              vals(cfg);
-             d.lloc(QStringLiteral("Bloc"), 45);
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-03-31"), 45);
-             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), true, {}, QStringLiteral("2009-03-31"));
-             d.linia(2, QStringLiteral("Neteja"), 2, 12);
-             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-03-10"), true);
-             d.linia(3, QStringLiteral("Neteja"), 1, 12);
-             d.xec(7, QStringLiteral("2009-02-01"), 10, 2, QStringLiteral("2009-03-31"));
-             d.xec(8, QStringLiteral("2009-02-02"));
+             d.lloc("Bloc", 45).lloc("Casa");
+             d.feina(1, "Bloc", "2009-03-02", true, {}, "2009-03-31", 45);
+             d.feina(2, "Casa", "2009-03-03", true, {}, "2009-03-31").linia("Neteja", 2, 12);
+             d.feina(3, "Casa", "2009-03-10", true).linia("Neteja", 1, 12);
+             d.xec(7, "2009-02-01", 10, 2, "2009-03-31").xec(8, "2009-02-02");
          },
-         QStringLiteral("03/2009"), kClient, true, QString(),
-         {QStringLiteral("3|10/03/2009|Casa| |Si| |Neteja|1|h|14,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|3|14,00")},
-         {QStringLiteral("XC|02/02/2009|8|L'Estel|3|   |Neteja|1|Hores|10,00")}, QStringLiteral("14,00;1;10,00;;4,00")},
-
-        {"vouchers: one per hour in order of delivery, a surcharge each, up to the monthly limit",
-         [](Dades &d, Configuracio &cfg) {
-             vals(cfg);
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(5, QStringLiteral("Casa"), QStringLiteral("2009-03-04"), true);
-             d.linia(5, QStringLiteral("Neteja"), 3, 12);
-             for (int i = 0; i < 5; ++i)
-                 d.xec(20 - i, QStringLiteral("2009-01-1%1").arg(i)); // delivered in the reverse order of their numbers
-         },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("5|04/03/2009|Casa| |Si| |Neteja|3|h|42,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|5|42,00")},
-         {QStringLiteral("XC|10/01/2009|20|L'Estel|5|   |Neteja|1|Hores|10,00"),
-          QStringLiteral("XC|11/01/2009|19|L'Estel|5|   |Neteja|1|Hores|10,00"),
-          QStringLiteral("XC|12/01/2009|18|L'Estel|5|   |Neteja|1|Hores|10,00"),
-          QStringLiteral("XC|13/01/2009|17|L'Estel| |   ||||0,00"), QStringLiteral("XC|14/01/2009|16|L'Estel| |   ||||0,00")},
-         QStringLiteral("42,00;3;30,00;;12,00")},
+         "03/2009", kClient, true, QString(),
+         {"3|10/03/2009|Casa| |Si| |Neteja|1|h|14,00", "Si|" + T7 + "|3|14,00"},
+         {"XC|02/02/2009|8|L'Estel|3|   |Neteja|1|Hores|10,00"}, "14,00;1;10,00;;4,00"},
 
         {"vouchers settled earlier count towards the limit and keep their hours",
          [](Dades &d, Configuracio &cfg) {
              vals(cfg);
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true, {}, QStringLiteral("2009-03-15"));
-             d.linia(4, QStringLiteral("Neteja"), 2, 12);
-             d.feina(5, QStringLiteral("Casa"), QStringLiteral("2009-03-20"), true);
-             d.linia(5, QStringLiteral("Neteja"), 3, 12);
-             d.xec(1, QStringLiteral("2009-01-01"), 10, 4, QStringLiteral("2009-03-15"));
-             d.xec(2, QStringLiteral("2009-01-01"), 12.5, 4, QStringLiteral("2009-03-16"));
-             d.xec(3, QStringLiteral("2009-01-02"));
-             d.xec(9, QStringLiteral("2009-01-03"));
-             d.xec(6, QStringLiteral("2009-01-04"));
-             d.feina(99, QStringLiteral("Casa"), QStringLiteral("2009-02-10"), true);
-             d.xec(30, QStringLiteral("2009-01-01"), 10, 99, QStringLiteral("2009-02-15")); // a job of another month
+             d.lloc("Casa");
+             d.feina(4, "Casa", "2009-03-02", true, {}, "2009-03-15").linia("Neteja", 2, 12);
+             d.feina(5, "Casa", "2009-03-20", true).linia("Neteja", 3, 12);
+             d.xec(1, "2009-01-01", 10, 4, "2009-03-15").xec(2, "2009-01-01", 12.5, 4, "2009-03-16").xec(3, "2009-01-02");
+             d.xec(9, "2009-01-03").xec(6, "2009-01-04");
+             d.feina(99, "Casa", "2009-02-10", true);
+             d.xec(30, "2009-01-01", 10, 99, "2009-02-15"); // a job of another month
          },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("4|02/03/2009|Casa| |Si|15/03/2009|Neteja|2|h|28,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|4|28,00"),
-          QStringLiteral("5|20/03/2009|Casa| |Si| |Neteja|3|h|40,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|5|40,00")},
-         {QStringLiteral("XC|01/01/2009|2|L'Estel|4|16/03/2009|Neteja|1|Hores|12,50"),
-          QStringLiteral("XC|01/01/2009|1|L'Estel|4|15/03/2009|Neteja|1|Hores|10,00"),
-          QStringLiteral("XC|02/01/2009|3|L'Estel|5|   |Neteja|1|Hores|10,00"),
-          QStringLiteral("XC|03/01/2009|9|L'Estel|5|   |Neteja|1|Hores|10,00"), QStringLiteral("XC|04/01/2009|6|L'Estel| |   ||||0,00")},
-         QStringLiteral("68,00;4;42,50;;25,50")},
+         "03/2009", kClient, false, QString(),
+         {"4|02/03/2009|Casa| |Si|15/03/2009|Neteja|2|h|28,00", "Si|" + T7 + "|4|28,00",
+          "5|20/03/2009|Casa| |Si| |Neteja|3|h|40,00", "Si|" + T7 + "|5|40,00"},
+         {"XC|01/01/2009|2|L'Estel|4|16/03/2009|Neteja|1|Hores|12,50", "XC|01/01/2009|1|L'Estel|4|15/03/2009|Neteja|1|Hores|10,00",
+          "XC|02/01/2009|3|L'Estel|5|   |Neteja|1|Hores|10,00",
+          "XC|03/01/2009|9|L'Estel|5|   |Neteja|1|Hores|10,00", "XC|04/01/2009|6|L'Estel| |   ||||0,00"}, "68,00;4;42,50;;25,50"},
 
         {"no candidate for half an hour, an amount under the voucher value or a fee place",
          [](Dades &d, Configuracio &cfg) {
              vals(cfg);
-             d.lloc(QStringLiteral("Bloc"), 40);
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(1, QStringLiteral("Bloc"), QStringLiteral("2009-03-02"), true);
-             d.linia(1, QStringLiteral("Neteja"), 2, 12);
-             d.feina(2, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
-             d.linia(2, QStringLiteral("Neteja"), 0.5, 30);
-             d.feina(3, QStringLiteral("Casa"), QStringLiteral("2009-03-03"), true);
-             d.linia(3, QStringLiteral("neteja"), 1, 9.99);
-             d.feina(4, QStringLiteral("Casa"), QStringLiteral("2009-03-04"), false);
-             d.linia(4, QStringLiteral("Neteja"), 2, 12);
-             d.xec(1, QStringLiteral("2009-01-01"));
+             d.lloc("Bloc", 40).lloc("Casa");
+             d.feina(1, "Bloc", "2009-03-02", true).linia("Neteja", 2, 12);
+             d.feina(2, "Casa", "2009-03-02", true).linia("Neteja", 0.5, 30);
+             d.feina(3, "Casa", "2009-03-03", true).linia("neteja", 1, 9.99);
+             d.feina(4, "Casa", "2009-03-04", false).linia("Neteja", 2, 12);
+             d.xec(1, "2009-01-01");
          },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("1|02/03/2009|Bloc| |Si| |Neteja|2|h|"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|{QM40}"),
-          QStringLiteral("SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|40,00"),
-          QStringLiteral("2|02/03/2009|Casa| |Si| |Neteja|0,5|h|15,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|2|15,00"),
-          QStringLiteral("3|03/03/2009|Casa| |Si| |neteja|1|h|9,99"), QStringLiteral("Si|") + T7 + QStringLiteral("|3|9,99"),
-          QStringLiteral("4|04/03/2009|Casa| |No| |Neteja|2|h|"), QStringLiteral("No|") + T7 + QStringLiteral("|4|")},
-         {QStringLiteral("XC|01/01/2009|1|L'Estel| |   ||||0,00")}, QStringLiteral("64,99;0;0,00;;64,99")},
+         "03/2009", kClient, false, QString(),
+         {"1|02/03/2009|Bloc| |Si| |Neteja|2|h|", "Si|" + T7 + "|1|{QM40}", "SQ|   |Bloc|Bloc|Bloc|Bloc|Bloc|   |Quota mes|40,00",
+          "2|02/03/2009|Casa| |Si| |Neteja|0,5|h|15,00", "Si|" + T7 + "|2|15,00",
+          "3|03/03/2009|Casa| |Si| |neteja|1|h|9,99", "Si|" + T7 + "|3|9,99", "4|04/03/2009|Casa| |No| |Neteja|2|h|", "No|" + T7 + "|4|"},
+         {"XC|01/01/2009|1|L'Estel| |   ||||0,00"}, "64,99;0;0,00;;64,99"},
 
         {"a limit of 0 assigns nothing; 1.5 hours would give one voucher",
          [](Dades &d, Configuracio &cfg) {
              vals(cfg);
              cfg.MaxXecsMes = 0;
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
-             d.linia(1, QStringLiteral("Neteja"), 1.5, 10);
-             d.xec(1, QStringLiteral("2009-01-01"));
+             d.lloc("Casa");
+             d.feina(1, "Casa", "2009-03-02", true).linia("Neteja", 1.5, 10);
+             d.xec(1, "2009-01-01");
          },
-         QStringLiteral("03/2009"), kClient, false, QString(),
-         {QStringLiteral("1|02/03/2009|Casa| |Si| |Neteja|1,5|h|15,00"), QStringLiteral("Si|") + T7 + QStringLiteral("|1|15,00")},
-         {QStringLiteral("XC|01/01/2009|1|L'Estel| |   ||||0,00")}, QStringLiteral("15,00;0;0,00;;15,00")},
+         "03/2009", kClient, false, QString(),
+         {"1|02/03/2009|Casa| |Si| |Neteja|1,5|h|15,00", "Si|" + T7 + "|1|15,00"},
+         {"XC|01/01/2009|1|L'Estel| |   ||||0,00"}, "15,00;0;0,00;;15,00"},
 
         {"every client: the vouchers settled for jobs of the month",
          [](Dades &d, Configuracio &cfg) {
              vals(cfg);
-             d.lloc(QStringLiteral("Casa"));
-             d.lloc(QStringLiteral("Altra"), 0, QStringLiteral("Bonet"));
-             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
-             d.feina(2, QStringLiteral("Altra"), QStringLiteral("2009-03-31"), true);
-             d.feina(3, QStringLiteral("Altra"), QStringLiteral("2009-04-01"), true);
-             d.xec(5, QStringLiteral("2009-01-01"), 10, 1, QStringLiteral("2009-04-02"));
-             d.xec(4, QStringLiteral("2009-01-01"), 12, 2, QStringLiteral("2009-04-02"), QStringLiteral("Bonet"));
-             d.xec(3, QStringLiteral("2009-01-01"), 10, 3, QStringLiteral("2009-04-02"), QStringLiteral("Bonet"));
-             d.xec(2, QStringLiteral("2009-01-01"));
+             d.lloc("Casa").lloc("Altra", 0, "Bonet");
+             d.feina(1, "Casa", "2009-03-02", true);
+             d.feina(2, "Altra", "2009-03-31", true);
+             d.feina(3, "Altra", "2009-04-01", true);
+             d.xec(5, "2009-01-01", 10, 1, "2009-04-02").xec(4, "2009-01-01", 12, 2, "2009-04-02", "Bonet");
+             d.xec(3, "2009-01-01", 10, 3, "2009-04-02", "Bonet").xec(2, "2009-01-01");
          },
-         QStringLiteral("03/2009"), QString(), false, QString(), {},
-         {QStringLiteral("XC|01/01/2009|4|Bonet|2|02/04/2009|Neteja|1|Hores|12,00"),
-          QStringLiteral("XC|01/01/2009|5|L'Estel|1|02/04/2009|Neteja|1|Hores|10,00")},
-         QStringLiteral(";2;22,00;;")},
+         "03/2009", QString(), false, QString(), {},
+         {"XC|01/01/2009|4|Bonet|2|02/04/2009|Neteja|1|Hores|12,00", "XC|01/01/2009|5|L'Estel|1|02/04/2009|Neteja|1|Hores|10,00"},
+         ";2;22,00;;"},
 
         {"every client with the voucher service off: nothing at all",
          [](Dades &d, Configuracio &) {
-             d.lloc(QStringLiteral("Casa"));
-             d.feina(1, QStringLiteral("Casa"), QStringLiteral("2009-03-02"), true);
-             d.xec(5, QStringLiteral("2009-01-01"), 10, 1, QStringLiteral("2009-04-02"));
+             d.lloc("Casa");
+             d.feina(1, "Casa", "2009-03-02", true);
+             d.xec(5, "2009-01-01", 10, 1, "2009-04-02");
          },
-         QStringLiteral("03/2009"), QString(), false, QStringLiteral("20"), {}, {}, QStringLiteral(";;;;")},
+         "03/2009", QString(), false, "20", {}, {}, ";;;;"},
     };
     return llista;
 }
