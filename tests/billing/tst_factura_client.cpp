@@ -126,43 +126,29 @@ private slots:
         QCOMPARE(db().transactionDepth(), 0);
     }
 
-    void pagaments_data()
-    {
-        QTest::addColumn<QString>("abans");   // the stored payment, "" for none
-        QTest::addColumn<QString>("entrat");  // as typed
-        QTest::addColumn<double>("resultat");
-        QTest::addColumn<QString>("despres");
-        QTest::addColumn<QString>("mostrat"); // the payment field afterwards
-        QTest::newRow("thousandths round to the cent") << "" << "150,456" << 150.46 << "150.46" << "150,46";
-        QTest::newRow("a half goes to the even cent") << "" << "0,125" << 0.12 << "0.12" << "0,12";
-        QTest::newRow("zero removes the row") << "150.46" << "0" << 0.0 << "" << "";
-        QTest::newRow("an empty field removes the row") << "100" << "  " << 0.0 << "" << "";
-        QTest::newRow("zero with no row stores nothing") << "" << "0,00" << 0.0 << "" << "";
-        QTest::newRow("not a number keeps what was stored") << "100" << "abc" << 0.0 << "100" << "100,00";
-        QTest::newRow("changed") << "100" << "75" << 75.0 << "75" << "75,00";
-    }
-
+    // The payment on account as typed: rounded half to the even cent, removed by zero or an
+    // empty field, kept when the text is not an amount; another month and client never touched.
     void pagaments()
     {
-        QFETCH(QString, abans);
-        QFETCH(QString, entrat);
-        QFETCH(double, resultat);
-        QFETCH(QString, despres);
-        QFETCH(QString, mostrat);
         const QString client = QStringLiteral("L'Estel");
-        if (!abans.isEmpty())
-            db().query(QStringLiteral("INSERT INTO Pagaments (clients_nom, pagaments_mes, pagaments_import) VALUES (?, ?, ?)"))
-                .bind(client).bind(kMes).bind(abans.toDouble()).exec();
-        // Another month and another client are never touched.
-        db().query(QStringLiteral("INSERT INTO Pagaments VALUES ('L''Estel', '04/2009', 7), ('Altre', '03/2009', 8)")).exec();
-
-        QCOMPARE(Grava_Pagament(db(), kMes, client, entrat), resultat);
-        QCOMPARE(Pagament_Mes(db(), kMes, QStringLiteral("l'estel")), despres.isEmpty() ? 0.0 : despres.toDouble());
-        QCOMPARE(files(db(), "SELECT clients_nom, pagaments_mes, pagaments_import FROM Pagaments WHERE pagaments_mes = '03/2009'"
-                             " AND clients_nom <> 'Altre'"),
-                 despres.isEmpty() ? QStringList() : QStringList{QStringLiteral("L'Estel|03/2009|") + despres});
-        QCOMPARE(dades_prova::valor(db(), QStringLiteral("SELECT COUNT(*) FROM Pagaments")), despres.isEmpty() ? 2 : 3);
-        QCOMPARE(textPagament(Pagament_Mes(db(), kMes, client)), mostrat);
+        const struct {
+            const char *abans, *entrat;
+            double resultat;
+            const char *despres, *mostrat;
+        } casos[] = {
+            {"", "150,456", 150.46, "150.46", "150,46"}, {"", "0,125", 0.12, "0.12", "0,12"}, {"150.46", "0", 0, "", ""},
+            {"100", "  ", 0, "", ""}, {"", "0,00", 0, "", ""}, {"100", "abc", 0, "100", "100,00"}, {"100", "75", 75, "75", "75,00"},
+        };
+        for (const auto &c : casos) {
+            db().execScript(QStringLiteral("DELETE FROM Pagaments; INSERT INTO Pagaments VALUES ('L''Estel', '04/2009', 7), ('Altre', '03/2009', 8)"));
+            if (*c.abans)
+                db().query(QStringLiteral("INSERT INTO Pagaments VALUES (?, ?, ?)")).bind(client).bind(kMes).bind(QString(c.abans).toDouble()).exec();
+            QCOMPARE(Grava_Pagament(db(), kMes, client, c.entrat), c.resultat);
+            QCOMPARE(files(db(), "SELECT pagaments_import FROM Pagaments WHERE pagaments_mes = '03/2009' AND clients_nom <> 'Altre'"),
+                     *c.despres ? QStringList{c.despres} : QStringList());
+            QCOMPARE(dades_prova::valor(db(), QStringLiteral("SELECT COUNT(*) FROM Pagaments")), *c.despres ? 3 : 2);
+            QCOMPARE(textPagament(Pagament_Mes(db(), kMes, QStringLiteral("l'estel"))), QString(c.mostrat));
+        }
     }
 
     // Delete on the voucher sheet: a free voucher goes at once, a settled one asks first.
