@@ -145,35 +145,29 @@ private slots:
         QVERIFY(!ctl().ambClient() && !p.TotalFacturar->isVisible());
     }
 
-    // The month is checked on leaving; a bad one keeps the focus and builds nothing, an unchanged
-    // one builds nothing, an empty one becomes the current month.
+    // The month is checked on leaving; a bad one keeps the focus and builds nothing, an empty one
+    // becomes the current month, another one builds once.
     void mes_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("erroni");
-        QTest::addColumn<QString>("queda");
-        QTest::addColumn<int>("construccions");
-        QTest::newRow("curt") << "3/2026" << true << "3/2026" << 0;
-        QTest::newRow("buit") << "" << false << "03/2026" << 0;
-        QTest::newRow("un altre") << " 04/2026 " << false << "04/2026" << 1;
+        QTest::addColumn<QString>("esperat"); // the field | focus kept | messages | builds | the built month
+        QTest::newRow("curt") << "3/2026" << "3/2026|1|1|0|03/2026";
+        QTest::newRow("buit") << "" << "03/2026|0|0|0|03/2026";
+        QTest::newRow("un altre") << " 04/2026 " << "04/2026|0|0|1|04/2026";
     }
     void mes()
     {
         QFETCH(QString, text);
-        QFETCH(bool, erroni);
-        QFETCH(QString, queda);
-        QFETCH(int, construccions);
-        FacturacioPage &p = *m_page;
-        p.mesFactura->setFocus();
-        QCOMPARE(p.mesFactura->selectedText(), p.mesFactura->text());
+        QFETCH(QString, esperat);
+        QLineEdit *mes = m_page->mesFactura;
+        mes->setFocus();
+        QCOMPARE(mes->selectedText(), mes->text());
         const int abans = ctl().construccions();
-        p.mesFactura->setText(text);
-        QTest::keyClick(p.mesFactura, Qt::Key_Tab);
-        QCOMPARE(m_ui.crides.size(), erroni ? 1 : 0);
-        QCOMPARE(p.mesFactura->hasFocus(), erroni);
-        QCOMPARE(p.mesFactura->text(), queda);
-        QCOMPARE(ctl().construccions() - abans, construccions);
-        QCOMPARE(ctl().facturacio().parametres().mes, erroni ? QString("03/2026") : queda);
+        mes->setText(text);
+        QTest::keyClick(mes, Qt::Key_Tab);
+        QCOMPARE(QStringList({mes->text(), QString::number(mes->hasFocus()), QString::number(m_ui.crides.size()),
+                              QString::number(ctl().construccions() - abans), ctl().facturacio().parametres().mes}).join('|'),
+                 esperat);
     }
 
     // The job sheet is a view over the engine's item model (whose roles are the engine's test):
@@ -266,30 +260,23 @@ private slots:
     }
 
     // The payment is stored on leaving its field and the total follows without a rebuild; text
-    // that is not an amount is refused and kept.
-    void pagament_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("desat");
-        QTest::newRow("import") << "150,456" << "150.46";
-        QTest::newRow("no és import") << "abc" << "";
-    }
+    // that is not an amount is refused and kept, with the focus.
     void pagament()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, desat);
         triaClient(kEstel);
-        FacturacioPage &p = *m_page;
-        p.TotalPagaments->setFocus();
-        p.TotalPagaments->setText(text);
+        QLineEdit *camp = m_page->TotalPagaments;
         const int abans = ctl().construccions();
-        QTest::keyClick(p.TotalPagaments, Qt::Key_Tab);
-        QCOMPARE(p.TotalPagaments->text(), desat.isEmpty() ? text : QString("150,46"));
-        QCOMPARE(p.TotalPagaments->hasFocus(), desat.isEmpty());
-        QCOMPARE(m_ui.crides.size(), desat.isEmpty() ? 1 : 0);
-        QCOMPARE(dades_prova::files(db(), "SELECT pagaments_import FROM Pagaments").join(""), desat);
+        for (const auto &[text, mostra, desat] : {std::tuple{"abc", "abc", ""}, {"150,456", "150,46", "150.46"}}) {
+            camp->setFocus();
+            camp->setText(text);
+            QTest::keyClick(camp, Qt::Key_Tab);
+            QCOMPARE(camp->text(), QString(mostra));
+            QCOMPARE(camp->hasFocus(), !*desat);
+            QCOMPARE(dades_prova::files(db(), "SELECT pagaments_import FROM Pagaments").join(""), QString(desat));
+        }
+        QCOMPARE(m_ui.crides.size(), 1);
         QCOMPARE(ctl().construccions(), abans);
-        QCOMPARE(p.TotalFacturar->text(), ctl().facturacio().totals().TotalFacturar);
+        QCOMPARE(m_page->TotalFacturar->text(), ctl().facturacio().totals().TotalFacturar);
     }
 };
 
