@@ -33,17 +33,8 @@ struct EntornMestres {
     {
         QString out;
         for (const char *taula : {"Clients", "Llocs", "Llocs_Serveis", "Recursos", "Recursos_Components", "Serveis",
-                                  "Feines", "Feines_Detall", "Xecs", "Pagaments"}) {
-            out += QLatin1String(taula) + QLatin1Char('\n');
-            Query q = db().query(QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2").arg(QLatin1String(taula)));
-            q.exec();
-            while (q.next()) {
-                const int n = q.raw().record().count();
-                for (int i = 0; i < n; ++i)
-                    out += q.value(i).toString() + (q.value(i).isNull() ? QStringLiteral("<null>") : QString()) + QLatin1Char('|');
-                out += QLatin1Char('\n');
-            }
-        }
+                                  "Feines", "Feines_Detall", "Xecs", "Pagaments"})
+            out += dades_prova::files(db(), QStringLiteral("SELECT '%1', * FROM %1 ORDER BY 2, 3").arg(QLatin1String(taula))).join('\n');
         return out;
     }
 

@@ -2,6 +2,7 @@
 // refused one with nothing changed, and the agenda told to rebuild its headers.
 #include "masterdata/festius_widget.h"
 #include "support/entorn_proves.h"
+#include "support/formulari_proves.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -30,38 +31,34 @@ private slots:
         auto s = dir.obreSessio();
         InteraccioGuio ui;
         FestiusWidget w(*s, ui);
-        auto *llista = w.findChild<QTableWidget *>(QStringLiteral("LlistaFestius"));
-        auto *data = w.findChild<QLineEdit *>(QStringLiteral("DataFestiu"));
-        auto *descripcio = w.findChild<QLineEdit *>(QStringLiteral("DescripcioFestiu"));
-        auto *afegir = w.findChild<QPushButton *>(QStringLiteral("AfegirFestiu"));
+        auto *llista = formulari::fill<QTableWidget>(w, "LlistaFestius");
 
         // The last two: a date that is not one, and a day already closed: a message each, the
         // typing kept.
         const QList<QPair<QString, QString>> dies = {
             {"25/12/26", "Nadal"}, {"8/12/2026", "Immaculada"}, {"31/02/2026", "Mal"}, {"25/12/2026", "Segon"}};
         for (const auto &[text, nom] : dies) {
-            data->setText(text);
-            descripcio->setText(nom);
-            QTest::mouseClick(afegir, Qt::LeftButton);
+            formulari::escriu(w, "DataFestiu", text);
+            formulari::escriu(w, "DescripcioFestiu", nom);
+            formulari::prem(w, "AfegirFestiu");
         }
         QCOMPARE(files(llista), QStringList({"08/12/2026 Immaculada", "25/12/2026 Nadal"}));
-        QCOMPARE(data->text(), QStringLiteral("25/12/2026"));
+        QCOMPARE(formulari::fill<QLineEdit>(w, "DataFestiu")->text(), QStringLiteral("25/12/2026"));
         QCOMPARE(ui.crides.size(), 2);
         QVERIFY(s->RefrescarAgenda);
 
         llista->setCurrentCell(0, 0);
-        QTest::mouseClick(w.findChild<QPushButton *>(QStringLiteral("EliminarFestiu")), Qt::LeftButton);
+        formulari::prem(w, "EliminarFestiu");
         QCOMPARE(files(llista), QStringList{"25/12/2026 Nadal"});
 
         QTemporaryDir tmp;
         QFile ics(tmp.filePath(QStringLiteral("f.ics")));
-        QVERIFY(ics.open(QIODevice::WriteOnly));
-        ics.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//x//y//CA\r\nBEGIN:VEVENT\r\nUID:a\r\n"
-                  "DTSTART;VALUE=DATE:20270101\r\nSUMMARY:Cap d'any\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n");
+        QVERIFY(ics.open(QIODevice::WriteOnly) && ics.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//x//y//CA\r\nBEGIN:VEVENT\r\nUID:a\r\n"
+                  "DTSTART;VALUE=DATE:20270101\r\nSUMMARY:Cap d'any\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n") > 0);
         ics.close();
         w.triaFitxer = [&] { return ics.fileName(); };
         ui.crides.clear();
-        QTest::mouseClick(w.findChild<QPushButton *>(QStringLiteral("ImportarFestius")), Qt::LeftButton);
+        formulari::prem(w, "ImportarFestius");
         QCOMPARE(files(llista), QStringList({"25/12/2026 Nadal", "01/01/2027 Cap d'any"}));
         QCOMPARE(ui.crides.size(), 1);
         QVERIFY(ui.crides[0].text.startsWith(QStringLiteral("1 ")));
