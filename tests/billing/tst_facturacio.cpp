@@ -314,7 +314,6 @@ private slots:
         QCOMPARE((QList<int>{g.cella(2, ColData).alineacio, g.cella(2, ColIdFeina).alineacio, g.cella(0, ColLloc).alineacio,
                              g.cella(0, ColQuantitat).alineacio}),
                  (QList<int>{CellaFacturacio::Dreta, CellaFacturacio::Esquerra, CellaFacturacio::Centre, CellaFacturacio::Dreta}));
-        QCOMPARE(g.ampladaTwips(ColCodi), 0);
         QCOMPARE(g.capcalera(ColDataFactura), QStringLiteral("Data fra."));
 
         const auto bloc = [&](int r, int c) { return QPair<int, int>(g.bloc(r, c).files, g.bloc(r, c).columnes); };
@@ -333,9 +332,6 @@ private slots:
         int fila = 1, col = ColLloc;
         g.iniciBloc(fila, col);
         QCOMPARE(B(fila, col), B(0, ColLloc));
-        fila = 7, col = ColServei;
-        g.iniciBloc(fila, col);
-        QCOMPARE(B(fila, col), B(7, ColLloc));
 
         // The model: the hidden fee code painted red on red, bold; blocks and codes in their roles.
         const QModelIndex quota = m.index(6, ColImport);

@@ -131,7 +131,6 @@ private slots:
             QCOMPARE(w->isVisible(), ambClient);
         for (QWidget *w : {(QWidget *)p.TramaXecs, (QWidget *)p.TotalXecs, (QWidget *)p.TotalNXecs, (QWidget *)p.ImprimirXecs})
             QCOMPARE(w->isVisible(), xecs);
-        QVERIFY(!p.ImprimirHores->isEnabled());
         QCOMPARE(p.XecsGrid->model()->rowCount(), ctl().facturacio().XecsGrid().files());
         const int abans = ctl().construccions();
         if (ambClient)
