@@ -1,9 +1,6 @@
 // Checking a database: each kind of row that names a missing row is found and reported with the
 // row and the name it holds; name indexes written in another order are found and rebuilt.
 #include "config/comprovacio_bd.h"
-#include "jobs/dades_mostra.h"
-#include "jobs/motor_feines.h"
-#include "jobs/planificacio.h"
 #include "support/entorn_proves.h"
 #include "support/totes_referencies.h"
 
@@ -24,20 +21,6 @@ class TestComprovacioBd : public QObject {
     Q_OBJECT
 
 private slots:
-    void soundAfterTheSampleDataAndAPlanningRun()
-    {
-        DirectoriProva dir;
-        auto s = dir.obreSessio();
-        QVERIFY(afegeixDadesMostra(*s) && comprovacio_bd::comprova(s->db()).correcta());
-        s->db().exec(QStringLiteral("UPDATE Llocs SET llocs_periodicitat_dies = 7")); // the sample places have no rhythm
-        MotorFeines motor(s->db(), s->cfg());
-        RegistreMemoria log;
-        Planificador p(s->db(), s->cfg(), motor, log);
-        QCOMPARE(p.Planificar_Feines(s->cfg().UltimDiaGen.addDays(1), s->cfg().UltimDiaGen.addDays(61)), QString());
-        QVERIFY(p.feinesPlanificades() > 0);
-        QVERIFY(comprovacio_bd::comprova(s->db()).correcta());
-    }
-
     void brokenReferencesAreFound_data()
     {
         QTest::addColumn<QString>("sql"); // breaks one of totesLesReferencies
@@ -66,7 +49,6 @@ private slots:
         // Written as another program would, without the job lines' foreign key.
         b.db.execScript(QStringLiteral("PRAGMA foreign_keys=OFF;") + sql + QStringLiteral(";PRAGMA foreign_keys=ON"));
         const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
-        QVERIFY(!informe.correcta());
         QCOMPARE(informe.integritat, QStringList{QStringLiteral("ok")});
         QCOMPARE(informe.problemes.size(), 1);
         const comprovacio_bd::Problema &p = informe.problemes[0];
@@ -90,8 +72,7 @@ private slots:
 
         b.db.open(b.fitxer());
         const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
-        QVERIFY2(informe.integritat != QStringList{QStringLiteral("ok")}, qPrintable(informe.integritat.join('\n')));
-        QVERIFY(informe.reindexat && !informe.correcta());
+        QVERIFY(informe.integritat != QStringList{QStringLiteral("ok")} && informe.reindexat && !informe.correcta());
         QCOMPARE(informe.integritatDespres, QStringList{QStringLiteral("ok")});
         QCOMPARE(dades_prova::valor(b.db, QStringLiteral("SELECT count(*) FROM Llocs WHERE llocs_nom = 'àNGELS'")), 1);
         QVERIFY(comprovacio_bd::comprova(b.db).correcta()); // repaired
