@@ -61,15 +61,11 @@ private slots:
     {
         auto d = obre({{"MinutsCella", "15"}, {"HoraInici", "07:00"}, {"HoresDia", "7,5"}, {"DissabtesExtra", "0"},
                        {"ServeiXecs", "Neteja"}, {"CostHoraXec", "-1,5"}, {"Idioma", "EN"}});
-        QCOMPARE(d->txtBD->text(), m_sessio->cfg().BaseDades);
-        QCOMPARE(d->txtMinutsCella->text(), QString("15"));
+        QCOMPARE(QStringList({d->txtBD->text(), d->txtMinutsCella->text(), d->ComboHoraInici->currentText(), d->txtHoresDia->text(),
+                              d->ComboServeiXecs->currentText(), d->txtCostHoraXec->text(), d->ComboSelIdioma->currentText()}),
+                 QStringList({m_sessio->cfg().BaseDades, "15", "07:00", "7,50", "Neteja", "-1,50", "(EN) English"}));
         QCOMPARE(d->ComboHoraInici->count(), 96);
-        QCOMPARE(d->ComboHoraInici->currentText(), QString("07:00"));
-        QCOMPARE(d->txtHoresDia->text(), QString("7,50"));
         QVERIFY(!d->chkDissabtesExtra->isChecked());
-        QCOMPARE(d->ComboServeiXecs->currentText(), QString("Neteja"));
-        QCOMPARE(d->txtCostHoraXec->text(), QString("-1,50"));
-        QCOMPARE(d->ComboSelIdioma->currentText(), QString("(EN) English"));
         // The language of the settings: English captions, in capitals.
         QCOMPARE(d->fraPlanificacio->title(), QString("PLANNING"));
         QVERIFY(d->CancelButton->isEnabled());
@@ -132,22 +128,6 @@ private slots:
         QCOMPARE(m_ui.crides.size(), 1); // the refused 5
     }
 
-    void confirmingWritesTheChosenValues()
-    {
-        auto d = obre();
-        m_ui.respostes = {true};
-        d->ComboSelIdioma->setCurrentIndex(1);
-        d->ComboServeiXecs->setCurrentText("Neteja");
-        d->txtValorDftXec->setText("15,00");
-        d->ComboHoraFinal->setCurrentText("20:00");
-        QTest::mouseClick(d->OKButton, Qt::LeftButton);
-        QCOMPARE(d->result(), int(QDialog::Accepted));
-        QVERIFY(m_sessio->ReiniciarAplicacio);
-        const Configuracio c = Configuracio::carrega(m_dir->path());
-        QCOMPARE(QStringList({c.Idioma, c.ServeiXecs, c.HoraFinal}), QStringList({"ES", "Neteja", "20:00"}));
-        QCOMPARE(c.ValorXec, 15.0);
-    }
-
     // Going to Cancel throws an invalid value away without a complaint.
     void cancelWritesNothingAndClearsTheRestart()
     {
@@ -163,6 +143,7 @@ private slots:
         QCOMPARE(contingut(m_dir->fitxerIni()), ini);
     }
 
+    // The first run cannot be cancelled; confirming writes the values chosen and asks for a restart.
     void theFirstRunCannotBeCancelled()
     {
         auto d = obre({}, true);
@@ -170,9 +151,16 @@ private slots:
         QTest::keyClick(d.get(), Qt::Key_Escape);
         d->close();
         QVERIFY(d->isVisible());
+        d->ComboSelIdioma->setCurrentIndex(1);
+        d->ComboServeiXecs->setCurrentText("Neteja");
+        d->txtValorDftXec->setText("15,00");
+        d->ComboHoraFinal->setCurrentText("20:00");
         m_ui.respostes = {true};
         QTest::mouseClick(d->OKButton, Qt::LeftButton);
         QVERIFY(!d->isVisible() && m_sessio->ReiniciarAplicacio);
+        const Configuracio c = Configuracio::carrega(m_dir->path());
+        QCOMPARE(QStringList({c.Idioma, c.ServeiXecs, c.HoraFinal}), QStringList({"ES", "Neteja", "20:00"}));
+        QCOMPARE(c.ValorXec, 15.0);
     }
 
     // The chooser starts at the file shown; cancelling it keeps the file; the purge button
