@@ -1,29 +1,18 @@
-// The configuration dialog driven as a user would: what it shows, the check when each field is
-// left, the voucher fields, confirming, cancelling and the first-run layout; the checks
-// themselves belong to the settings editor's tests.
+// The configuration dialog driven as a user would: what it shows, the check when a field is left,
+// the voucher fields, the times kept across cell lengths, confirming, cancelling, the first-run
+// layout, the file chooser and the purge button; the rules belong to the settings editor's tests.
 #include "config/configuracio_dialog.h"
-#include "core/ini.h"
 #include "support/entorn_proves.h"
-#include "support/guio_usuari.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
 namespace {
-
-QStringList elements(QComboBox *c)
-{
-    QStringList r;
-    for (int i = 0; i < c->count(); ++i)
-        r << c->itemText(i);
-    return r;
-}
 
 QByteArray contingut(const QString &fitxer)
 {
@@ -48,7 +37,6 @@ class TestConfiguracioDialog : public QObject {
             m_dir->posaParametre(it.key(), it.value());
         m_sessio = m_dir->obreSessio();
         dades_prova::servei(m_sessio->db(), "Neteja", 60, false);
-        dades_prova::servei(m_sessio->db(), "Desplaçaments", 3, true);
         m_ui = InteraccioGuio();
         auto d = std::make_unique<frmConfiguracio>(*m_sessio, m_ui);
         d->show();
@@ -57,38 +45,27 @@ class TestConfiguracioDialog : public QObject {
         return d;
     }
 
-    // Types into a field and leaves it with Tab, as a user does.
-    void escriuISurt(frmConfiguracio &d, QLineEdit *camp, const QString &text)
+    // Types into a field and leaves it with `tecla`, as a user does.
+    void escriuISurt(QLineEdit *camp, const QString &text, Qt::Key tecla = Qt::Key_Tab)
     {
         camp->setFocus();
         QTRY_VERIFY(camp->hasFocus());
         camp->selectAll();
         QTest::keyClicks(camp, text);
-        QTest::keyClick(camp, Qt::Key_Tab);
+        QTest::keyClick(camp, tecla);
         QTest::qWait(30);
-        Q_UNUSED(d);
     }
 
 private slots:
     void opensWithTheSettingsInEffect()
     {
-        auto d = obre({{"MinutsCella", "15"}, {"HoraInici", "07:00"}, {"HoraFinal", "21:00"}, {"HoresDia", "7,5"},
-                       {"DissabtesExtra", "0"}, {"ServeiXecs", "Neteja"}, {"ValorXec", "12"}, {"CostHoraXec", "-1,5"},
-                       {"MaxXecsMes", "4"}, {"Idioma", "EN"}, {"PermetSolaparLlocs", "0"}});
-        QCOMPARE(d->txtBD->text(), m_sessio->cfg().BaseDades);
-        QCOMPARE(d->txtMinutsCella->text(), QString("15"));
+        auto d = obre({{"MinutsCella", "15"}, {"HoraInici", "07:00"}, {"HoresDia", "7,5"}, {"DissabtesExtra", "0"},
+                       {"ServeiXecs", "Neteja"}, {"CostHoraXec", "-1,5"}, {"Idioma", "EN"}});
+        QCOMPARE(QStringList({d->txtBD->text(), d->txtMinutsCella->text(), d->ComboHoraInici->currentText(), d->txtHoresDia->text(),
+                              d->ComboServeiXecs->currentText(), d->txtCostHoraXec->text(), d->ComboSelIdioma->currentText()}),
+                 QStringList({m_sessio->cfg().BaseDades, "15", "07:00", "7,50", "Neteja", "-1,50", "(EN) English"}));
         QCOMPARE(d->ComboHoraInici->count(), 96);
-        QCOMPARE(d->ComboHoraInici->currentText(), QString("07:00"));
-        QCOMPARE(d->ComboHoraFinal->currentText(), QString("21:00"));
-        QCOMPARE(d->txtHoresDia->text(), QString("7,50"));
         QVERIFY(!d->chkDissabtesExtra->isChecked());
-        QVERIFY(!d->chkPermetSolaparLlocs->isChecked());
-        QCOMPARE(elements(d->ComboServeiXecs), QStringList({"", "Desplaçaments", "Neteja"}));
-        QCOMPARE(d->ComboServeiXecs->currentText(), QString("Neteja"));
-        QCOMPARE(d->txtValorDftXec->text(), QString("12,00"));
-        QCOMPARE(d->txtCostHoraXec->text(), QString("-1,50"));
-        QCOMPARE(d->txtNMaxXecsMes->text(), QString("4"));
-        QCOMPARE(d->ComboSelIdioma->currentText(), QString("(EN) English"));
         // The language of the settings: English captions, in capitals.
         QCOMPARE(d->fraPlanificacio->title(), QString("PLANNING"));
         QVERIFY(d->CancelButton->isEnabled());
@@ -99,80 +76,59 @@ private slots:
     {
         auto d = obre({{"ValorXec", "10"}, {"MaxXecsMes", "3"}});
         QCOMPARE(d->ComboServeiXecs->currentIndex(), 0);
-        for (QLineEdit *c : {d->txtNMaxXecsMes, d->txtValorDftXec, d->txtCostHoraXec}) {
-            QVERIFY(!c->isEnabled());
-            QVERIFY(c->text().isEmpty());
-        }
-        d->ComboServeiXecs->setCurrentIndex(2);
+        for (QLineEdit *c : {d->txtNMaxXecsMes, d->txtValorDftXec, d->txtCostHoraXec})
+            QVERIFY(!c->isEnabled() && c->text().isEmpty());
+        d->ComboServeiXecs->setCurrentIndex(1);
         QCOMPARE(d->txtValorDftXec->text(), QString("10,00"));
         QCOMPARE(d->txtNMaxXecsMes->text(), QString("3"));
-        d->txtValorDftXec->setText("99");
         d->ComboServeiXecs->setCurrentIndex(0);
-        QVERIFY(d->txtValorDftXec->text().isEmpty());
-        QVERIFY(!d->txtCostHoraXec->isEnabled());
+        QVERIFY(d->txtValorDftXec->text().isEmpty() && !d->txtCostHoraXec->isEnabled());
         QVERIFY(d->valors().ServeiXecs.isEmpty());
     }
 
-    void leavingAnInvalidFieldKeepsTheFocusThere_data()
+    // Leaving an invalid field, or Enter in it, shows the check's message, keeps the focus and
+    // the text there (selected), and does not confirm.
+    void anInvalidFieldKeepsTheFocus_data()
     {
         QTest::addColumn<QString>("camp");
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("missatge");
-        QTest::newRow("cell length") << "txtMinutsCella" << "5" << "El valor no pot ser inferior a 10 minuts";
-        QTest::newRow("hour cost") << "txtCostHoraXec" << "2" << "Cal introduir un valor no positiu";
-        QTest::newRow("last planned day") << "txtUltDiaGenerat" << "32/01/2009" << "Data incorrecta";
+        QTest::addColumn<int>("tecla");
+        QTest::newRow("cell length, Tab") << "txtMinutsCella" << "5" << int(Qt::Key_Tab);
+        QTest::newRow("cell length, Enter") << "txtMinutsCella" << "7" << int(Qt::Key_Return);
+        QTest::newRow("last planned day") << "txtUltDiaGenerat" << "32/01/2009" << int(Qt::Key_Tab);
     }
-
-    void leavingAnInvalidFieldKeepsTheFocusThere()
+    void anInvalidFieldKeepsTheFocus()
     {
         QFETCH(QString, camp);
         QFETCH(QString, text);
-        QFETCH(QString, missatge);
-        auto d = obre({{"ServeiXecs", "Neteja"}});
-        auto *c = d->findChild<QLineEdit *>(camp);
-        QVERIFY(c);
-        escriuISurt(*d, c, text);
-        QTRY_COMPARE(m_ui.crides.size(), 1);
-        QCOMPARE(m_ui.crides[0].tipus, QString("informa"));
-        QCOMPARE(m_ui.crides[0].text, missatge);
-        QTRY_VERIFY(c->hasFocus());
-        QCOMPARE(c->text(), text);
-        QCOMPARE(c->selectedText(), text);
-    }
-
-    void enterInAnInvalidFieldDoesNotConfirm()
-    {
+        QFETCH(int, tecla);
         auto d = obre();
         QSignalSpy acceptat(d.get(), &QDialog::accepted);
-        d->txtMinutsCella->setFocus();
-        QTRY_VERIFY(d->txtMinutsCella->hasFocus());
-        d->txtMinutsCella->selectAll();
-        QTest::keyClicks(d->txtMinutsCella, "7");
-        QTest::keyClick(d->txtMinutsCella, Qt::Key_Return);
+        auto *c = d->findChild<QLineEdit *>(camp);
+        escriuISurt(c, text, Qt::Key(tecla));
+        QTRY_COMPARE(m_ui.crides.size(), 1);
+        QCOMPARE(m_ui.crides[0].tipus, QString("informa"));
+        QTRY_VERIFY(c->hasFocus());
+        QCOMPARE(c->selectedText(), text);
         QCOMPARE(acceptat.count(), 0);
-        QCOMPARE(m_ui.crides.size(), 1);
-        QCOMPARE(m_ui.crides[0].text, QString("El valor no pot ser inferior a 10 minuts"));
-        QVERIFY(d->isVisible());
     }
 
-    void confirmingWritesTheChosenValuesAndAsksForARestart()
+    // A cell length refused, or tried and changed back, leaves the times as the user had them.
+    void cellLengthKeepsTheChosenTimes()
     {
-        auto d = obre();
-        m_ui.respostes = {true};
-        d->ComboSelIdioma->setCurrentIndex(1);
-        d->ComboServeiXecs->setCurrentText("Desplaçaments");
-        d->txtValorDftXec->setText("15,00");
-        d->ComboHoraFinal->setCurrentText("20:00");
-        QTest::mouseClick(d->OKButton, Qt::LeftButton);
-        QCOMPARE(d->result(), int(QDialog::Accepted));
-        QVERIFY(m_sessio->ReiniciarAplicacio);
-        const Configuracio c = Configuracio::carrega(m_dir->path());
-        QCOMPARE(c.Idioma, QString("ES"));
-        QCOMPARE(c.ServeiXecs, QString("Desplaçaments"));
-        QCOMPARE(c.ValorXec, 15.0);
-        QCOMPARE(c.HoraFinal, QString("20:00"));
+        auto d = obre({{"HoraInici", "08:00"}});
+        auto hores = [&] { return QStringList{d->ComboHoraInici->currentText(), d->ComboHoraFinalDinar->currentText()}; };
+        for (const char *minuts : {"5", "45", "30"}) {
+            d->txtMinutsCella->setFocus();
+            d->txtMinutsCella->setText(minuts);
+            d->txtHoresDia->setFocus();
+            QTest::qWait(30);
+            QCOMPARE(hores(), (QByteArray(minuts) == "45" ? QStringList{"07:30", "15:00"} : QStringList{"08:00", "15:00"}));
+        }
+        QCOMPARE(m_ui.crides.size(), 1); // the refused 5
     }
 
+    // Going to Cancel throws an invalid value away without a complaint.
     void cancelWritesNothingAndClearsTheRestart()
     {
         auto d = obre();
@@ -180,61 +136,55 @@ private slots:
         m_sessio->ReiniciarAplicacio = true;
         d->txtHoresDia->setText("-3");
         d->txtHoresDia->setFocus();
-        // Going to Cancel throws the value away without a complaint.
         QTest::mouseClick(d->CancelButton, Qt::LeftButton);
         QTest::qWait(30);
         QCOMPARE(d->result(), int(QDialog::Rejected));
-        QVERIFY(!d->isVisible());
-        QVERIFY(m_ui.crides.isEmpty());
-        QVERIFY(!m_sessio->ReiniciarAplicacio);
+        QVERIFY(!d->isVisible() && m_ui.crides.isEmpty() && !m_sessio->ReiniciarAplicacio);
         QCOMPARE(contingut(m_dir->fitxerIni()), ini);
     }
 
+    // The first run cannot be cancelled; confirming writes the values chosen and asks for a restart.
     void theFirstRunCannotBeCancelled()
     {
         auto d = obre({}, true);
-        QVERIFY(!d->CancelButton->isEnabled());
-        QVERIFY(!d->btnPurgarBD->isVisible());
-        QVERIFY(!d->fraLocalitzacio->isVisible());
-        QVERIFY(d->txtMinutsCella->isVisible());
+        QVERIFY(!d->CancelButton->isEnabled() && !d->btnPurgarBD->isVisible() && !d->fraLocalitzacio->isVisible());
         QTest::keyClick(d.get(), Qt::Key_Escape);
         d->close();
         QVERIFY(d->isVisible());
+        d->ComboSelIdioma->setCurrentIndex(1);
+        d->ComboServeiXecs->setCurrentText("Neteja");
+        d->txtValorDftXec->setText("15,00");
+        d->ComboHoraFinal->setCurrentText("20:00");
         m_ui.respostes = {true};
         QTest::mouseClick(d->OKButton, Qt::LeftButton);
-        QVERIFY(!d->isVisible());
-        QVERIFY(m_sessio->ReiniciarAplicacio);
+        QVERIFY(!d->isVisible() && m_sessio->ReiniciarAplicacio);
+        const Configuracio c = Configuracio::carrega(m_dir->path());
+        QCOMPARE(QStringList({c.Idioma, c.ServeiXecs, c.HoraFinal}), QStringList({"ES", "Neteja", "20:00"}));
+        QCOMPARE(c.ValorXec, 15.0);
     }
 
-    void choosingTheDatabaseFile()
+    // The chooser starts at the file shown; cancelling it keeps the file; the purge button
+    // reaches the purge and shows its failure.
+    void theFileChooserAndThePurgeButton()
     {
         auto d = obre();
         const QString abans = d->txtBD->text();
-        d->triaFitxer = [](QWidget *, const QString &) { return QString(); };
+        const QString nou = "/srv/dades/empresa/un/cami/molt/llarg/QuadrellaAltra.db";
+        QString resposta, actualVist;
+        d->triaFitxer = [&](QWidget *, const QString &actual) { return actualVist = actual, resposta; };
         QTest::mouseClick(d->btnSeleccionaBD, Qt::LeftButton);
         QCOMPARE(d->txtBD->text(), abans);
-        const QString nou = "/srv/dades/empresa/un/cami/molt/llarg/QuadrellaAltra.db";
-        QString actualVist;
-        d->triaFitxer = [&](QWidget *, const QString &actual) {
-            actualVist = actual;
-            return nou;
-        };
+        resposta = nou;
         QTest::mouseClick(d->btnSeleccionaBD, Qt::LeftButton);
         QCOMPARE(actualVist, abans);
-        QCOMPARE(d->txtBD->text(), nou);
         QCOMPARE(d->txtBD->cursorPosition(), nou.size());
         QCOMPARE(d->valors().BaseDades, nou);
-    }
 
-    void aFailingPurgeIsReportedAsAnError()
-    {
-        auto d = obre();
         m_sessio->db().close();
         m_ui.respostes = {true};
         QTest::mouseClick(d->btnPurgarBD, Qt::LeftButton);
         QCOMPARE(m_ui.crides.last().titol, QString("ERROR"));
-        QVERIFY(m_ui.crides.last().text.startsWith("Error:"));
-        QVERIFY(d->isVisible());
+        QVERIFY(m_ui.crides.last().text.startsWith("Error:") && d->isVisible());
     }
 };
 

@@ -1,17 +1,28 @@
-// The purge with its dated backup, and the compaction that must never lose the database file.
+// Maintenance of the database: the purge with its dated backup, the compaction that must never
+// lose the file, and the check that finds each kind of row naming a missing row (reported with the
+// row and the name it holds) and name indexes written in another order (rebuilt).
 #include "core/copia_segura.h"
+#include "config/comprovacio_bd.h"
 #include "config/manteniment.h"
 #include "support/entorn_proves.h"
+#include "support/totes_referencies.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
+#include <sqlite3.h>
 
 using namespace manteniment;
 
 namespace {
 
 struct Interrupcio {};
+
+// A collation of the program's name in another order, as a tool that defines its own would use.
+int alReves(void *, int n1, const void *a, int n2, const void *b)
+{
+    return -QByteArray(static_cast<const char *>(a), n1).compare(QByteArray(static_cast<const char *>(b), n2));
+}
 
 qint64 compta(const QString &fitxer, const QString &sql)
 {
@@ -56,7 +67,6 @@ private slots:
     void backupNameCarriesTheMomentBeforeTheExtension()
     {
         const QDateTime moment(QDate(2009, 3, 12), QTime(13, 45, 2));
-        QCOMPARE(nomCopiaDatada("/dades/Quadrella.db", moment), QString("/dades/Quadrella20090312134502.db"));
         QCOMPARE(nomCopiaDatada("/dades/v1.2/QuadrellaV01.db", moment), QString("/dades/v1.2/QuadrellaV0120090312134502.db"));
         QCOMPARE(nomCopiaDatada("/dades/Quadrella", moment), QString("/dades/Quadrella20090312134502"));
         QCOMPARE(fitxerCompactacio("/altres/empresa.db"), QString("/altres/BDcompact.db"));
@@ -69,34 +79,31 @@ private slots:
         const DadesPurga d = omple(s->db());
         InteraccioGuio ui;
         ui.respostes = {true};
-        const QDateTime ara(QDate(2009, 3, 12), QTime(13, 45, 2));
-
-        const ResultatPurga r = Purga_BD(*s, "31/12/2008", ui, ara);
-
+        const ResultatPurga r = Purga_BD(*s, "31/12/2008", ui, QDateTime(QDate(2009, 3, 12), QTime(13, 45, 2)));
         QVERIFY(r.fet);
         QCOMPARE(r.feines, 2);
         QCOMPARE(r.xecs, 2);
         Db &db = s->db();
         QCOMPARE(dades_prova::valor(db, "SELECT group_concat(feines_id) FROM Feines"), qint64(d.despres));
-        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Xecs WHERE xecs_id IN (3, 4)"), qint64(2));
-        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Xecs"), qint64(2));
+        QCOMPARE(dades_prova::files(db, "SELECT xecs_id FROM Xecs ORDER BY 1"), QStringList({"3", "4"}));
         // Service lines go with their jobs; overtime and payments of the period stay.
-        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Feines_Detall"), qint64(1));
-        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Hores_Fetes"), qint64(1));
-        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Pagaments"), qint64(1));
-
+        QCOMPARE(dades_prova::valor(db, "SELECT (SELECT count(*) FROM Feines_Detall) || (SELECT count(*) FROM Hores_Fetes)"
+                                        " || (SELECT count(*) FROM Pagaments)"), qint64(111));
         // The backup holds the state before the purge, beside the database.
         QCOMPARE(r.copia, QFileInfo(s->cfg().BaseDades).absolutePath() + "/QuadrellaV0120090312134502.db");
         QCOMPARE(compta(r.copia, "SELECT count(*) FROM Feines"), qint64(3));
         QCOMPARE(compta(r.copia, "SELECT count(*) FROM Xecs"), qint64(4));
         QVERIFY(!QFileInfo::exists(r.copia + ".part"));
-
         QCOMPARE(ui.crides.size(), 2);
-        QCOMPARE(ui.crides[0].tipus, QString("pregunta"));
-        QCOMPARE(ui.crides[0].titol, QString("ESBORRAT DE FEINES"));
-        QCOMPARE(ui.crides[0].text, QString("Vols esborrar les feines fins al 31/12/2008?"));
+        QCOMPARE(ui.crides[0].titol + ": " + ui.crides[0].text, QString("ESBORRAT DE FEINES: Vols esborrar les feines fins al 31/12/2008?"));
         QCOMPARE(ui.crides[1].text, QString("2 feines esborrades."));
         QVERIFY(s->RefrescarAgenda && s->RefrescarFacturacio && s->CompactarBD);
+
+        // A second purge in the same second overwrites the backup with what it started from.
+        ui.respostes = {true};
+        const ResultatPurga segona = Purga_BD(*s, "2009-01-01", ui, QDateTime(QDate(2009, 3, 12), QTime(13, 45, 2)));
+        QCOMPARE(segona.copia, r.copia);
+        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Feines"), qint64(1));
     }
 
     void purgeRefusedOrDeclinedTouchesNothing()
@@ -106,73 +113,31 @@ private slots:
         omple(s->db());
         const QString carpeta = QFileInfo(s->cfg().BaseDades).absolutePath();
         const QStringList fitxersAbans = QDir(carpeta).entryList(QDir::Files);
-
-        InteraccioGuio dataDolenta;
-        QVERIFY(!Purga_BD(*s, "31/13/2008", dataDolenta).fet);
-        QCOMPARE(dataDolenta.crides.size(), 1);
-        QCOMPARE(dataDolenta.crides[0].text, QString("Data incorrecta"));
-
-        InteraccioGuio diuNo;
-        diuNo.respostes = {false};
-        QVERIFY(!Purga_BD(*s, "31/12/2008", diuNo).fet);
-        QCOMPARE(diuNo.crides.size(), 1);
-
+        InteraccioGuio ui;
+        QVERIFY(!Purga_BD(*s, "31/13/2008", ui).fet);
+        QCOMPARE(ui.crides.value(0).text, QString("Data incorrecta"));
+        QVERIFY(!Purga_BD(*s, "31/12/2008", ui).fet); // answered No
+        QCOMPARE(ui.crides.size(), 2);
         QCOMPARE(dades_prova::valor(s->db(), "SELECT count(*) FROM Feines"), qint64(3));
         QCOMPARE(QDir(carpeta).entryList(QDir::Files), fitxersAbans);
         QVERIFY(!s->CompactarBD && !s->RefrescarAgenda);
     }
 
-    void aSecondPurgeInTheSameSecondOverwritesTheBackup()
-    {
-        DirectoriProva dir;
-        auto s = dir.obreSessio();
-        omple(s->db());
-        InteraccioGuio ui;
-        ui.respostes = {true, true};
-        const QDateTime ara(QDate(2009, 3, 12), QTime(13, 45, 2));
-        const ResultatPurga primera = Purga_BD(*s, "01/06/2008", ui, ara);
-        const ResultatPurga segona = Purga_BD(*s, "2008-12-31", ui, ara);
-        QCOMPARE(primera.copia, segona.copia);
-        QCOMPARE(primera.feines, 1);
-        QCOMPARE(segona.feines, 1);
-        // The copy now holds what the second purge started from.
-        QCOMPARE(compta(segona.copia, "SELECT count(*) FROM Feines"), qint64(2));
-    }
-
-    void compactionShrinksTheFileAndKeepsTheData()
-    {
-        BaseProva b;
-        dades_prova::client(b.db, "Client");
-        dades_prova::lloc(b.db, "Lloc", 30);
-        {
-            Transaction t(b.db);
-            for (int i = 0; i < 3000; ++i)
-                dades_prova::feina(b.db, "Lloc", QDate(2008, 1, 1).addDays(i % 365), "08:00", "08:30",
-                                   QString(), false);
-            t.commit();
-        }
-        b.db.exec("DELETE FROM Feines WHERE feines_id > 10");
-        b.db.close();
-        const ResultatCompactacio r = compactaBaseDades(b.fitxer());
-        QVERIFY2(r.midaDespres < r.midaAbans / 3, qPrintable(QString("%1 -> %2").arg(r.midaAbans).arg(r.midaDespres)));
-        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines"), qint64(10));
-        QCOMPARE(copia_segura::integritat(b.fitxer()), QString("ok"));
-        QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
-    }
-
-    void compactionInterruptedAtAnyStepLeavesTheDatabaseReadable_data()
+    // Interrupted at any step the database stays readable and whole; the file is smaller only once
+    // the compacted copy is in place.
+    void compactionKeepsTheDatabaseReadable_data()
     {
         QTest::addColumn<int>("etapa");
         QTest::addColumn<bool>("corromp");
         QTest::addColumn<bool>("compactada");
+        QTest::newRow("not interrupted") << -1 << false << true;
         QTest::newRow("after the snapshot") << int(copia_segura::Etapa::Escrita) << false << false;
         QTest::newRow("snapshot damaged before the check") << int(copia_segura::Etapa::Escrita) << true << false;
         QTest::newRow("after the sync") << int(copia_segura::Etapa::Sincronitzada) << false << false;
         QTest::newRow("after the check") << int(copia_segura::Etapa::Comprovada) << false << false;
         QTest::newRow("after the rename") << int(copia_segura::Etapa::Instal_lada) << false << true;
     }
-
-    void compactionInterruptedAtAnyStepLeavesTheDatabaseReadable()
+    void compactionKeepsTheDatabaseReadable()
     {
         QFETCH(int, etapa);
         QFETCH(bool, corromp);
@@ -186,7 +151,6 @@ private slots:
         b.db.exec("DROP TABLE Farciment");
         b.db.close();
         const qint64 midaOriginal = QFileInfo(b.fitxer()).size();
-
         bool interromput = false;
         try {
             compactaBaseDades(b.fitxer(), [&](copia_segura::Etapa e, const QString &fitxer) {
@@ -195,8 +159,7 @@ private slots:
                 if (corromp) {
                     // Half a file, as a full disk or a crash would leave it.
                     QFile f(fitxer);
-                    QVERIFY(f.open(QIODevice::ReadWrite));
-                    QVERIFY(f.resize(f.size() / 2));
+                    QVERIFY(f.open(QIODevice::ReadWrite) && f.resize(f.size() / 2));
                     f.write(QByteArray(512, 'x'));
                     return;
                 }
@@ -205,15 +168,14 @@ private slots:
         } catch (const Interrupcio &) {
             interromput = true;
         } catch (const std::runtime_error &e) {
-            QVERIFY(corromp);
-            QVERIFY2(QString::fromUtf8(e.what()).contains("no és correcta"), e.what());
+            QVERIFY2(corromp, e.what());
             interromput = true;
         }
-        QVERIFY(interromput);
+        QCOMPARE(interromput, etapa >= 0);
         QCOMPARE(copia_segura::integritat(b.fitxer()), QString("ok"));
         QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines WHERE llocs_nom = 'Lloc'"), qint64(1));
         QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Clients WHERE clients_nom = 'l''estel'"), qint64(1));
-        QCOMPARE(QFileInfo(b.fitxer()).size() < midaOriginal, compactada);
+        QCOMPARE(QFileInfo(b.fitxer()).size() < midaOriginal / 3, compactada);
         QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
     }
 
@@ -232,6 +194,63 @@ private slots:
 
         QVERIFY_THROWS_EXCEPTION(std::runtime_error, compactaBaseDades(b.fitxer() + ".no"));
         QVERIFY(!QFileInfo::exists(b.fitxer() + ".no"));
+    }
+
+    void brokenReferencesAreFound_data()
+    {
+        QTest::addColumn<QString>("sql"); // breaks one of totesLesReferencies
+        QTest::addColumn<QString>("comprovacio");
+        QTest::addColumn<QString>("fila");
+        QTest::addColumn<QString>("valor");
+        QTest::newRow("job of a missing place") << "UPDATE Feines SET llocs_nom = 'Zona' WHERE feines_id = 1" << "Feines.llocs_nom" << "feines_id=1" << "Zona";
+        QTest::newRow("service line without its job")
+            << "UPDATE Feines_Detall SET feines_id = 9 WHERE rowid = 1" << "Feines_Detall.feines_id" << "rowid=1" << "9";
+        QTest::newRow("voucher of a missing job") << "UPDATE Xecs SET feines_id = 5" << "Xecs.feines_id" << "xecs_id=7" << "5";
+        QTest::newRow("members of a worker, not a group") << "UPDATE Recursos SET recursos_grup = 0"
+                                                          << "Recursos_Components.recursos_nom"
+                                                          << "recursos_nom=Equip, recursos_component_nom=Marta" << "Equip";
+        QTest::newRow("place of a missing client")
+            << "UPDATE Llocs SET clients_nom = 'Can Pau'" << "Llocs.clients_nom" << "llocs_nom=Oficina" << "Can Pau";
+    }
+    void brokenReferencesAreFound()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, comprovacio);
+        QFETCH(QString, fila);
+        QFETCH(QString, valor);
+        BaseProva b;
+        b.db.execScript(QString::fromUtf8(totesLesReferencies));
+        QVERIFY(comprovacio_bd::comprova(b.db).correcta());
+        // Written as another program would, without the job lines' foreign key.
+        b.db.execScript(QStringLiteral("PRAGMA foreign_keys=OFF;") + sql + QStringLiteral(";PRAGMA foreign_keys=ON"));
+        const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
+        QCOMPARE(informe.integritat, QStringList{QStringLiteral("ok")});
+        QCOMPARE(informe.problemes.size(), 1);
+        const comprovacio_bd::Problema &p = informe.problemes[0];
+        QCOMPARE(QStringList({p.comprovacio, p.fila, p.valor}), QStringList({comprovacio, fila, valor}));
+        const QJsonObject j = comprovacio_bd::json(informe);
+        QCOMPARE(QStringList(j.keys()), QStringList({"database", "integrity", "integrity_after_repair", "problems", "reindexed", "sound"}));
+        QCOMPARE(QStringList(j["problems"][0].toObject().keys()), QStringList({"check", "description", "row", "value"}));
+        QVERIFY(comprovacio_bd::text(informe).contains(QStringLiteral("%1 (%2): 1\n  %3: %4\n").arg(p.descripcio, comprovacio, fila, valor)));
+    }
+
+    void indexesInAnotherOrderAreRebuilt()
+    {
+        BaseProva b;
+        b.db.close();
+        sqlite3 *h = nullptr;
+        QCOMPARE(sqlite3_open(QFile::encodeName(b.fitxer()).constData(), &h), SQLITE_OK);
+        sqlite3_create_collation(h, "QNOCASE", SQLITE_UTF8, nullptr, alReves);
+        const char *sql = "INSERT INTO Llocs (llocs_nom) VALUES ('alba'), ('Zona'), ('Ebre'), ('Àngels'), ('Ona')";
+        QCOMPARE(sqlite3_exec(h, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(h);
+
+        b.db.open(b.fitxer());
+        const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
+        QVERIFY(informe.integritat != QStringList{QStringLiteral("ok")} && informe.reindexat && !informe.correcta());
+        QCOMPARE(informe.integritatDespres, QStringList{QStringLiteral("ok")});
+        QCOMPARE(dades_prova::valor(b.db, QStringLiteral("SELECT count(*) FROM Llocs WHERE llocs_nom = 'àNGELS'")), 1);
+        QVERIFY(comprovacio_bd::comprova(b.db).correcta()); // repaired
     }
 };
 

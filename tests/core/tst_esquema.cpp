@@ -12,6 +12,13 @@ class TestEsquema : public QObject {
     QTemporaryDir m_dir;
     Db m_db;
 
+    QStringList columna(const QString &sql, const QVariant &valor)
+    {
+        Query q = m_db.query(sql);
+        q.bind(valor).exec();
+        return q.columna();
+    }
+
 private slots:
     void initTestCase()
     {
@@ -40,102 +47,49 @@ private slots:
     void everyTableAndColumn()
     {
         QFETCH(QString, table);
-        QFETCH(QStringList, columns);
         QVERIFY(m_db.tableExists(table));
-        QCOMPARE(m_db.columns(table), columns);
+        QTEST(m_db.columns(table), "columns");
     }
 
-    void storageTypes()
+    // Case folds, accents do not; accented names sort among their letters, and the index agrees.
+    void nameKeysIgnoreCaseOnly()
     {
-        Query q = m_db.query("SELECT name, type FROM pragma_table_info('Feines')");
-        QHash<QString, QString> types;
-        while (q.next())
-            types.insert(q.text(0), q.text(1));
-        QCOMPARE(types["feines_id"], QString("INTEGER"));
-        QCOMPARE(types["feines_data"], QString("TEXT"));
-        QCOMPARE(types["feines_feta"], QString("INTEGER"));
-        QCOMPARE(types["feines_quota"], QString("REAL"));
-    }
-
-    void nameKeysIgnoreCase()
-    {
-        Transaction t(m_db);
-        m_db.query("INSERT INTO Recursos (recursos_nom, recursos_color) VALUES (?, ?)").bind("Àngels").bind(1).exec();
-        bool refused = false;
-        try {
-            m_db.query("INSERT INTO Recursos (recursos_nom, recursos_color) VALUES (?, ?)").bind("ÀNGELS").bind(2).exec();
-        } catch (const DbError &e) {
-            refused = true;
-            QVERIFY2(e.text().contains("UNIQUE"), qPrintable(e.text()));
-        }
-        QVERIFY(refused);
-        Query q = m_db.query("SELECT recursos_color FROM Recursos WHERE recursos_nom = ?");
-        q.bind("àngels").exec();
-        QVERIFY(q.next());
-        QCOMPARE(q.integer(0), 1);
-        // The pair keys too.
-        m_db.query("INSERT INTO Llocs_Serveis (llocs_nom, serveis_nom) VALUES (?, ?)").bind("Oficina").bind("Neteja").exec();
-        QVERIFY_THROWS_EXCEPTION(DbError, m_db.query("INSERT INTO Llocs_Serveis (llocs_nom, serveis_nom) VALUES (?, ?)").bind("OFICINA").bind("neteja").exec());
-        t.commit();
-    }
-
-    void accentedNamesSortAmongTheirLetters()
-    {
-        Db db;
-        db.open(m_dir.filePath("order.db"));
-        db.exec("CREATE TABLE T (nom TEXT COLLATE QNOCASE PRIMARY KEY)");
         for (const char *n : {"L'Estel", "Àngels", "Zoe", "angels", "ÉS", "Ebre", "Ona"})
-            db.query("INSERT INTO T VALUES (?)").bind(QString::fromUtf8(n)).exec();
-        QCOMPARE(db.query("SELECT nom FROM T ORDER BY nom").columna(),
+            m_db.query("INSERT INTO Recursos (recursos_nom, recursos_color) VALUES (?, 1)").bind(QString::fromUtf8(n)).exec();
+        QVERIFY_THROWS_EXCEPTION(DbError, m_db.query("INSERT INTO Recursos (recursos_nom, recursos_color) VALUES ('ÀNGELS', 2)").exec());
+        QCOMPARE(m_db.query("SELECT recursos_nom FROM Recursos ORDER BY recursos_nom").columna(),
                  QStringList({"angels", "Àngels", "Ebre", "ÉS", "L'Estel", "Ona", "Zoe"}));
-        // Case folds, accents do not: "àngels" finds Àngels only.
-        Query q = db.query("SELECT nom FROM T WHERE nom = ?");
-        q.bind(QString::fromUtf8("ÀNGELS")).exec();
-        QCOMPARE(q.columna(), QStringList{QString::fromUtf8("Àngels")});
-        // The index agrees with the comparison.
-        QCOMPARE(db.query("PRAGMA integrity_check").columna(), QStringList{"ok"});
+        QCOMPARE(columna("SELECT recursos_nom FROM Recursos WHERE recursos_nom = ?", QString::fromUtf8("àNGELS")),
+                 QStringList{QString::fromUtf8("Àngels")});
+        QCOMPARE(m_db.query("PRAGMA integrity_check").columna(), QStringList{"ok"});
+        // The pair keys too.
+        m_db.query("INSERT INTO Llocs_Serveis (llocs_nom, serveis_nom) VALUES ('Oficina', 'Neteja')").exec();
+        QVERIFY_THROWS_EXCEPTION(DbError, m_db.query("INSERT INTO Llocs_Serveis (llocs_nom, serveis_nom) VALUES ('OFICINA', 'neteja')").exec());
     }
 
-    void quotesNeedNoEscaping()
+    // Null reads as "" / 0 / an invalid date; a voucher is delivered today unless told; dates bind
+    // as ISO whatever the locale; a job's lines go with it.
+    void valuesNullsAndJobLines()
     {
         m_db.query("INSERT INTO Clients (clients_nom, clients_xecs) VALUES (?, 0)").bind("L'Estel").exec();
         Query q = m_db.query("SELECT clients_nom, clients_NIF, clients_xecs, clients_data_alta FROM Clients WHERE clients_nom = ?");
         q.bind("l'estel").exec();
         QVERIFY(q.next());
         QCOMPARE(q.text("clients_nom"), QString("L'Estel"));
-        // Null reads as "" / 0 / an invalid date.
         QCOMPARE(q.text("clients_NIF"), QString());
         QCOMPARE(q.integer("clients_xecs"), 0);
         QVERIFY(!q.date("clients_data_alta").isValid());
-        m_db.query("DELETE FROM Clients WHERE clients_nom = ?").bind("L'ESTEL").exec();
-        QCOMPARE(m_db.query("SELECT count(*) FROM Clients").exec().next(), true);
-    }
+        m_db.query("INSERT INTO Xecs (xecs_id, clients_nom, xecs_valor) VALUES (12, 'L''Estel', 10.5)").exec();
+        QCOMPARE(m_db.query("SELECT xecs_data_entrega || '|' || ifnull(feines_id, 'null') FROM Xecs").columna(),
+                 QStringList{QDate::currentDate().toString(Qt::ISODate) + "|null"});
 
-    void voucherDeliveryDateDefaultsToToday()
-    {
-        m_db.query("INSERT INTO Xecs (xecs_id, clients_nom, xecs_valor) VALUES (?, ?, ?)").bind(12).bind("L'Estel").bind(10.5).exec();
-        Query q = m_db.query("SELECT xecs_data_entrega, feines_id FROM Xecs WHERE xecs_id = 12");
-        QVERIFY(q.next());
-        QCOMPARE(q.date(0), QDate::currentDate());
-        QVERIFY(q.value(1).isNull());
-    }
-
-    void jobLinesGoWithTheirJob()
-    {
         Query ins = m_db.query("INSERT INTO Feines (llocs_nom, feines_data, feines_hora_inici, feines_hora_fi) VALUES (?, ?, ?, ?)");
         ins.bind("Oficina").bind(QDate(2009, 3, 3)).bind("09:00").bind("10:00").exec();
         const qint64 id = ins.lastInsertId();
-        QVERIFY(id > 0);
         m_db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom) VALUES (?, 'Neteja')").bind(id).exec();
-        Query d = m_db.query("SELECT feines_data FROM Feines WHERE feines_id = ?");
-        d.bind(id).exec();
-        QVERIFY(d.next());
-        QCOMPARE(d.text(0), QString("2009-03-03")); // dates bind as ISO whatever the locale
+        QCOMPARE(columna("SELECT feines_data FROM Feines WHERE feines_id = ?", id), QStringList{"2009-03-03"});
         m_db.query("DELETE FROM Feines WHERE feines_id = ?").bind(id).exec();
-        Query c = m_db.query("SELECT count(*) FROM Feines_Detall WHERE feines_id = ?");
-        c.bind(id).exec();
-        QVERIFY(c.next());
-        QCOMPARE(c.integer(0), 0);
+        QCOMPARE(columna("SELECT count(*) FROM Feines_Detall WHERE feines_id = ?", id), QStringList{"0"});
     }
 
     void transactionsRollBackUnlessCommitted()
@@ -154,54 +108,25 @@ private slots:
             Transaction t(m_db);
             m_db.query("INSERT INTO Serveis (serveis_nom) VALUES ('C')").exec();
         }
-        Query q = m_db.query("SELECT group_concat(serveis_nom, ',') FROM (SELECT serveis_nom FROM Serveis ORDER BY 1)");
-        QVERIFY(q.next());
-        QCOMPARE(q.text(0), QString("A"));
+        QCOMPARE(m_db.query("SELECT serveis_nom FROM Serveis").columna(), QStringList{"A"});
         QCOMPARE(m_db.transactionDepth(), 0);
     }
 
-    void missingTableOrColumnIsAnError()
+    void errorsAndSettings()
     {
         QVERIFY_THROWS_EXCEPTION(DbError, m_db.query("SELECT * FROM NoTable"));
         QVERIFY_THROWS_EXCEPTION(DbError, m_db.query("SELECT no_column FROM Feines"));
         Query q = m_db.query("SELECT feines_id FROM Feines");
         QVERIFY_THROWS_EXCEPTION(DbError, q.text("missing_column"));
-        try {
-            m_db.query("SELECT * FROM NoTable");
-        } catch (const DbError &e) {
-            QVERIFY2(e.text().contains("NoTable"), qPrintable(e.text()));
-        }
-    }
+        QCOMPARE(m_db.query("PRAGMA journal_mode").columna().value(0).toLower(), QString("wal"));
+        QCOMPARE(m_db.query("PRAGMA foreign_keys").columna(), QStringList{"1"});
 
-    void cachedStatementsAreReused()
-    {
-        for (int i = 0; i < 3; ++i) {
-            Query q = m_db.prepared("SELECT ? + 1");
-            q.bind(i).exec();
-            QVERIFY(q.next());
-            QCOMPARE(q.integer(0), i + 1);
-        }
-    }
-
-    void walOnLocalDisk()
-    {
-        Query q = m_db.query("PRAGMA journal_mode");
-        QVERIFY(q.next());
-        QCOMPARE(q.text(0).toLower(), QString("wal"));
-        Query fk = m_db.query("PRAGMA foreign_keys");
-        QVERIFY(fk.next());
-        QCOMPARE(fk.integer(0), 1);
-    }
-
-    void notADatabase()
-    {
-        const QString path = m_dir.filePath("text.db");
-        QFile f(path);
+        QFile f(m_dir.filePath("text.db"));
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.write("this is not a database file at all, just some text that goes on and on");
         f.close();
         Db db;
-        QVERIFY_THROWS_EXCEPTION(DbError, db.open(path));
+        QVERIFY_THROWS_EXCEPTION(DbError, db.open(f.fileName()));
         QVERIFY(!db.isOpen());
     }
 };

@@ -71,94 +71,60 @@ private slots:
 
     void init() { m_reinicis = 0; }
 
-    void firstRunWithNoFilesGoesThroughLanguageConfigurationAndSampleData()
+    // The first run goes through the language, then the configuration (in the language just
+    // chosen), then offers the sample data (added sized on the chosen cell length, unless the
+    // office answers No or already has master data), and asks to start again with the main window
+    // never shown.
+    void firstRun_data()
     {
+        QTest::addColumn<bool>("ambDades");
+        QTest::addColumn<bool>("resposta");
+        QTest::newRow("sample data") << false << true;
+        QTest::newRow("answered No") << false << false;
+        QTest::newRow("database with data") << true << true;
+    }
+    void firstRun()
+    {
+        QFETCH(bool, ambDades);
+        QFETCH(bool, resposta);
         QTemporaryDir dir;
+        if (ambDades) {
+            directori_dades::inicialitza(dir.path());
+            auto s = std::make_unique<Sessio>(dir.path());
+            dades_prova::recurs(s->db(), "Pere", 255);
+        }
         InteraccioGuio ui;
-        ui.respostes = {true, true}; // "Es reiniciarà l'aplicació. Continuar?", then the sample data
+        ui.respostes = {true, resposta}; // "Es reiniciarà l'aplicació. Continuar?", then the sample data
         AplicacioEscriptori app(dir.path(), ui, opcions());
         QSignalSpy acabada(&app, &AplicacioEscriptori::acabada);
-
         GuioUsuari guio;
-        QStringList idiomes;
-        guio.quanAparegui([&](QWidget *d) {
+        guio.quanAparegui([](QWidget *d) {
             auto *idioma = qobject_cast<frmSelIdioma *>(d);
-            QVERIFY(idioma);
-            for (int i = 0; i < idioma->ComboSelIdioma->count(); ++i)
-                idiomes << idioma->ComboSelIdioma->itemText(i);
             idioma->ComboSelIdioma->setCurrentIndex(1);
             QTest::mouseClick(idioma->OKButton, Qt::LeftButton);
         });
-        bool configuracioSenseCancel = false;
-        guio.quanAparegui([&](QWidget *d) {
+        guio.quanAparegui([](QWidget *d) {
             auto *c = qobject_cast<frmConfiguracio *>(d);
-            QVERIFY(c);
-            // Already in the language just chosen, and it cannot be cancelled.
-            configuracioSenseCancel = !c->CancelButton->isEnabled() && !c->fraLocalitzacio->isVisible();
             QCOMPARE(c->fraPlanificacio->title(), QString("PLANIFICACIÓN"));
             c->txtMinutsCella->setText("15");
             QTest::mouseClick(c->OKButton, Qt::LeftButton);
         });
-
         QVERIFY(app.inicia());
-        // No settings file: it is written with every default and the language list.
-        QVERIFY(QFileInfo::exists(directori_dades::fitxerIni(dir.path())));
-        QCOMPARE(idiomes, QStringList({"(CT) Català", "(ES) Castellano", "(EN) English"}));
         QVERIFY(app.splash() && app.splash()->isVisible());
         ComptaMostres mostres;
         app.finestra()->installEventFilter(&mostres);
         QCOMPARE(app.fitxerAjuda(), QDir(dir.path()).filePath("manual/QuadrellaV01ES.html"));
-
-        QTRY_COMPARE_WITH_TIMEOUT(acabada.count(), 1, 10000);
-        QCOMPARE(guio.pendents(), 0);
-        QVERIFY(configuracioSenseCancel);
-        // The main window closed unseen, and the program asked to start again.
-        QCOMPARE(mostres.mostres, 0);
-        QCOMPARE(m_reinicis, 1);
-
-        const QString ini = directori_dades::fitxerIni(dir.path());
-        QCOMPARE(LlegirIni(ini, "Parametres", "PrimeraExecucio", ""), QString("0"));
-        QCOMPARE(LlegirIni(ini, "Parametres", "Idioma", ""), QString("ES"));
-        QCOMPARE(LlegirIni(ini, "Parametres", "MinutsCella", ""), QString("15"));
-        const QString bd = QDir(dir.path()).filePath("QuadrellaV01.db");
-        // The sample data was added after the configuration, sized on its cell length.
-        QCOMPARE(compta(bd, "SELECT max(llocs_minuts_previst) FROM Llocs"), qint64(60));
-        QCOMPARE(ui.crides.size(), 2);
-        QCOMPARE(ui.crides[0].titol, QString("Aviso"));
-        QCOMPARE(ui.crides[1].titol, QString("Confirmación"));
-    }
-
-    // Without the sample data: the office answered No, or already has master data (not asked).
-    void firstRunWithoutSampleData_data()
-    {
-        QTest::addColumn<bool>("ambDades");
-        QTest::newRow("answered No") << false;
-        QTest::newRow("database with data") << true;
-    }
-
-    void firstRunWithoutSampleData()
-    {
-        QFETCH(bool, ambDades);
-        DirectoriProva dir;
-        if (ambDades) {
-            auto s = dir.obreSessio();
-            dades_prova::recurs(s->db(), "Pere", 255);
-        }
-        InteraccioGuio ui;
-        ui.respostes = {true, false};
-        AplicacioEscriptori app(dir.path(), ui, opcions());
-        QSignalSpy acabada(&app, &AplicacioEscriptori::acabada);
-        GuioUsuari guio;
-        guio.quanAparegui([](QWidget *d) { QTest::mouseClick(qobject_cast<frmSelIdioma *>(d)->OKButton, Qt::LeftButton); });
-        guio.quanAparegui([](QWidget *d) { QTest::mouseClick(qobject_cast<frmConfiguracio *>(d)->OKButton, Qt::LeftButton); });
-        QVERIFY(app.inicia());
         QTRY_COMPARE_WITH_TIMEOUT(acabada.count(), 1, 10000);
         QCOMPARE(guio.vistos(), QStringList({"frmSelIdioma", "frmConfiguracio"}));
+        QCOMPARE(mostres.mostres, 0);
+        QCOMPARE(m_reinicis, 1);
+        const QString ini = directori_dades::fitxerIni(dir.path());
+        QCOMPARE(LlegirIni(ini, "Parametres", "PrimeraExecucio", "") + LlegirIni(ini, "Parametres", "Idioma", "")
+                     + LlegirIni(ini, "Parametres", "MinutsCella", ""), QString("0ES15"));
         const QString bd = QDir(dir.path()).filePath("QuadrellaV01.db");
-        QCOMPARE(compta(bd, "SELECT count(*) FROM Recursos"), qint64(ambDades ? 1 : 0));
-        QCOMPARE(compta(bd, "SELECT count(*) FROM Clients"), qint64(0));
+        QCOMPARE(compta(bd, "SELECT ifnull(max(llocs_minuts_previst), 0) FROM Llocs"), resposta && !ambDades ? 60 : 0);
         QCOMPARE(ui.crides.size(), ambDades ? 1 : 2);
-        QCOMPARE(LlegirIni(dir.fitxerIni(), "Parametres", "Idioma", ""), QString("CT"));
+        QCOMPARE(ui.crides.last().titol, QString(ambDades ? "Aviso" : "Confirmación"));
     }
 
     void ordinaryRunShowsTheSplashThenTheAgenda()
@@ -180,12 +146,9 @@ private slots:
         QCOMPARE(w->Pestanyes->currentIndex(), int(frmMain::Agenda));
         QVERIFY(ui.crides.isEmpty());
 
-        app.sessio()->cfg().UltimDiaGen = QDate(2009, 6, 30);
         w->close();
         QCOMPARE(acabada.count(), 1);
         QCOMPARE(m_reinicis, 0);
-        QCOMPARE(LlegirIni(dir.fitxerIni(), "Estat", "UltimDiaGen", ""), QString("30/06/2009"));
-        QCOMPARE(LlegirIni(dir.fitxerIni(), "Parametres", "PrimeraExecucio", ""), QString("0"));
     }
 
     void aBrokenSettingStopsTheStartUpWithItsMessage()
@@ -196,13 +159,8 @@ private slots:
         AplicacioEscriptori app(dir.path(), ui, opcions());
         QVERIFY(!app.inicia());
         QCOMPARE(ui.crides.size(), 1);
-        QCOMPARE(ui.crides[0].tipus, QString("error"));
-        QCOMPARE(ui.crides[0].titol, QString("ERROR"));
-        QVERIFY2(ui.crides[0].text.startsWith("Error:") && ui.crides[0].text.contains("MinutsCella"),
-                 qPrintable(ui.crides[0].text));
-        QVERIFY(!app.finestra());
-        QVERIFY(!app.splash());
-        QVERIFY(!app.sessio());
+        QVERIFY2(ui.crides[0].titol == "ERROR" && ui.crides[0].text.startsWith("Error:"), qPrintable(ui.crides[0].text));
+        QVERIFY(!app.finestra() && !app.splash() && !app.sessio());
     }
 
 };

@@ -1,7 +1,6 @@
 // The main window's frame: lazy rebuilds on tab changes, F2, the status bar, the voucher rule,
 // the credits, the message window and the shut-down order.
 #include "config/configuracio_dialog.h"
-#include "core/db.h"
 #include "core/formats.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
@@ -10,23 +9,18 @@
 #include "shell/frm_missatges.h"
 #include "support/guio_usuari.h"
 #include "shell/logo_quadrella.h"
-#include "widgets/pagina_principal.h"
 #include "shell/producte.h"
+#include "widgets/pagina_principal.h"
 
 #include <QCheckBox>
 #include <QDesktopServices>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStatusBar>
 #include <QTabBar>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTextBrowser>
-#include <QToolButton>
 #include <QTest>
 
 namespace {
@@ -79,12 +73,6 @@ void clicaPestanya(frmMain &w, int i)
     QTest::mouseClick(barra, Qt::LeftButton, {}, barra->tabRect(i).center());
 }
 
-QByteArray contingut(const QString &fitxer)
-{
-    QFile f(fitxer);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestFrmMain : public QObject {
@@ -130,6 +118,8 @@ private slots:
         QSettings().clear();
     }
 
+    // A change elsewhere flags a page; it is rebuilt once, when its tab is shown again; a failed
+    // rebuild is reported and tried again on the next visit.
     void switchingTabsRebuildsAFlaggedPageOnce()
     {
         auto w = obre();
@@ -141,80 +131,38 @@ private slots:
         w->posaPagina(frmMain::Facturacio, factura);
         mostraActiva(*w);
         QCOMPARE(w->pestanyaActual(), int(frmMain::Agenda));
-
-        // A change elsewhere flags the agenda; nothing happens until its tab is shown again.
         m_sessio->RefrescarAgenda = true;
-        QCOMPARE(agenda->reconstruccions, 0);
         clicaPestanya(*w, frmMain::Facturacio);
         QCOMPARE(w->pestanyaActual(), int(frmMain::Facturacio));
-        QCOMPARE(factura->reconstruccions, 0);
+        QCOMPARE(factura->reconstruccions + agenda->reconstruccions, 0);
         clicaPestanya(*w, frmMain::Agenda);
-        QCOMPARE(agenda->reconstruccions, 1);
-        QVERIFY(!m_sessio->RefrescarAgenda);
         clicaPestanya(*w, frmMain::Clients);
         clicaPestanya(*w, frmMain::Agenda);
         QCOMPARE(agenda->reconstruccions, 1);
-
+        QVERIFY(!m_sessio->RefrescarAgenda);
         m_sessio->RefrescarFacturacio = true;
         m_sessio->RefrescarAgenda = true;
         clicaPestanya(*w, frmMain::Facturacio);
         QCOMPARE(factura->reconstruccions, 1);
-        QCOMPARE(agenda->reconstruccions, 1);
-        QVERIFY(!m_sessio->RefrescarFacturacio);
-        QVERIFY(m_sessio->RefrescarAgenda);
+        QVERIFY(!m_sessio->RefrescarFacturacio && m_sessio->RefrescarAgenda);
         // Tabs without a refresh flag never rebuild on a switch.
         clicaPestanya(*w, frmMain::Clients);
-        clicaPestanya(*w, frmMain::RecursosServeis);
         QCOMPARE(clients, 0);
-        QCOMPARE(m_ui.crides.size(), 0);
-    }
 
-    void aFailedRebuildIsReportedAndTriedAgain()
-    {
-        auto w = obre();
-        auto *agenda = new PaginaComptadora;
         agenda->falla = true;
-        w->posaPagina(frmMain::Agenda, agenda);
-        w->seleccionaPestanya(frmMain::Clients);
-        m_sessio->RefrescarAgenda = true;
-        w->seleccionaPestanya(frmMain::Agenda);
+        clicaPestanya(*w, frmMain::Agenda);
         QCOMPARE(m_ui.crides.size(), 1);
-        QCOMPARE(m_ui.crides[0].titol, QString("ERROR"));
-        QCOMPARE(m_ui.crides[0].text, QString("Error:disc ple"));
-        QVERIFY(m_sessio->RefrescarAgenda);
-        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QCOMPARE(m_ui.crides[0].titol + ": " + m_ui.crides[0].text, QString("ERROR: Error:disc ple"));
+        QVERIFY(m_sessio->RefrescarAgenda && QApplication::overrideCursor() == nullptr);
         agenda->falla = false;
-        w->seleccionaPestanya(frmMain::Clients);
-        w->seleccionaPestanya(frmMain::Agenda);
-        QCOMPARE(agenda->reconstruccions, 2);
+        clicaPestanya(*w, frmMain::Clients);
+        clicaPestanya(*w, frmMain::Agenda);
+        QCOMPARE(agenda->reconstruccions, 3);
         QVERIFY(!m_sessio->RefrescarAgenda);
     }
 
-    void f2ThenCancelLeavesEverythingAsItWas()
-    {
-        auto w = obre();
-        auto *agenda = new PaginaComptadora;
-        w->posaPagina(frmMain::Agenda, agenda);
-        mostraActiva(*w);
-        const QByteArray ini = contingut(m_dir->fitxerIni());
-        QSignalSpy tancada(w.get(), &frmMain::tancada);
-        GuioUsuari guio;
-        guio.quanAparegui([](QWidget *d) {
-            auto *c = qobject_cast<frmConfiguracio *>(d);
-            QVERIFY(c);
-            c->txtMinutsCella->setText("60");
-            QTest::mouseClick(c->CancelButton, Qt::LeftButton);
-        });
-        QTest::keyClick(w.get(), Qt::Key_F2);
-        QCOMPARE(guio.pendents(), 0);
-        QCOMPARE(contingut(m_dir->fitxerIni()), ini);
-        QVERIFY(!m_sessio->ReiniciarAplicacio);
-        QVERIFY(w->isVisible());
-        QCOMPARE(tancada.count(), 0);
-        QCOMPARE(agenda->reconstruccions, 0);
-    }
-
-    void f2ConfirmedClosesTheWindowForTheRestart()
+    // F2 opens the configuration; confirming it writes and closes the window for the restart.
+    void f2OpensTheConfiguration()
     {
         auto w = obre();
         mostraActiva(*w);
@@ -223,17 +171,14 @@ private slots:
         GuioUsuari guio;
         guio.quanAparegui([](QWidget *d) {
             auto *c = qobject_cast<frmConfiguracio *>(d);
+            QVERIFY(c);
             c->chkPermetSolaparLlocs->setChecked(false);
             QTest::mouseClick(c->OKButton, Qt::LeftButton);
         });
         QTest::keyClick(w.get(), Qt::Key_F2);
         QCOMPARE(tancada.count(), 1);
-        QVERIFY(!w->isVisible());
-        QVERIFY(m_sessio->ReiniciarAplicacio);
-        QVERIFY(!m_sessio->db().isOpen());
+        QVERIFY(!w->isVisible() && m_sessio->ReiniciarAplicacio && !m_sessio->db().isOpen());
         QCOMPARE(LlegirIni(m_dir->fitxerIni(), "Parametres", "PermetSolaparLlocs", ""), QString("0"));
-        // Not a first run: the last planned day goes back to the file at shut-down.
-        QCOMPARE(LlegirIni(m_dir->fitxerIni(), "Estat", "UltimDiaGen", ""), QString("28/02/2009"));
     }
 
     void statusBarShowsTheLastPlannedDayAndTheClock()
@@ -243,42 +188,30 @@ private slots:
         w->actualitzaUltimDiaPlanificat(QDate(2009, 3, 15));
         QCOMPARE(w->panellUltimDia->text(), QString("Últim dia planificat 15/03/2009"));
         QCOMPARE(w->panellData->text(), format::dataCurta(QDate::currentDate()));
-        const QTime hora = QTime::fromString(w->panellHora->text(), "HH:mm");
-        QVERIFY(hora.isValid());
-        QVERIFY(qAbs(hora.secsTo(QTime::currentTime())) < 120);
     }
 
     void voucherControlsFollowTheVoucherService()
     {
-        {
-            auto w = obre();
-            auto *p = new PaginaComptadora;
-            w->posaPagina(frmMain::Facturacio, p);
-            QVERIFY(!w->xecsActius());
-            QCOMPARE(p->configuracions, 1);
-            QVERIFY(!p->xecs);
-        }
-        {
-            auto w = obre({{"ServeiXecs", "Neteja"}});
-            auto *p = new PaginaComptadora;
-            w->posaPagina(frmMain::Clients, p);
-            QVERIFY(w->xecsActius());
-            QVERIFY(p->xecs);
-            QCOMPARE(p->servei, QString("Neteja"));
-        }
+        auto w = obre();
+        auto *p = new PaginaComptadora;
+        w->posaPagina(frmMain::Facturacio, p);
+        QCOMPARE(p->configuracions, 1);
+        QVERIFY(!p->xecs && !w->xecsActius());
+        w.reset();
+        w = obre({{"ServeiXecs", "Neteja"}});
+        p = new PaginaComptadora;
+        w->posaPagina(frmMain::Clients, p);
+        QVERIFY(w->xecsActius() && p->xecs);
+        QCOMPARE(p->servei, QString("Neteja"));
     }
 
+    // Restored and saved unless minimised; a position off the screen comes back onto it, title
+    // bar and status bar included; a maximised window comes back maximised.
     void positionIsRestoredAndSavedUnlessMinimised()
     {
         QCOMPARE(obre()->pos(), QPoint(67, 67)); // nothing saved yet
         {
-            QSettings s;
-            s.setValue("Settings/MainLeft", 100);
-            s.setValue("Settings/MainTop", 60);
-        }
-        {
             auto w = obre();
-            QCOMPARE(w->pos(), QPoint(100, 60));
             w->show();
             w->move(120, 80);
             w->close();
@@ -293,24 +226,17 @@ private slots:
             w->close();
         }
         QCOMPARE(frmMain::posicioDesada(), QPoint(120, 80));
-        // A position on a screen that is gone comes back onto the screen.
-        QSettings().setValue("Settings/MainLeft", 40000);
         const QRect lliure = QGuiApplication::primaryScreen()->availableGeometry();
-        QVERIFY(lliure.contains(obre()->pos()));
-        // One that would push the window past the screen's edge brings the whole window back in,
-        // title bar and status bar included.
         QSettings().setValue("Settings/MainLeft", lliure.right() - 50);
         QSettings().setValue("Settings/MainTop", lliure.bottom() - 50);
-        {
-            auto w = obre();
-            QVERIFY(lliure.contains(QRect(w->pos(), w->size() + QSize(0, 32))));
-            // A maximised window comes back maximised.
-            w->mostra();
-            w->showMaximized();
-            QTRY_VERIFY(w->isMaximized());
-            w->close();
-        }
         auto w = obre();
+        QVERIFY(lliure.contains(QRect(w->pos(), w->size() + QSize(0, 32))));
+        w->mostra();
+        w->showMaximized();
+        QTRY_VERIFY(w->isMaximized());
+        w->close();
+        w.reset();
+        w = obre();
         w->mostra();
         QTRY_VERIFY(w->isMaximized());
     }
@@ -329,17 +255,12 @@ private slots:
         QVERIFY(pagina.open(QIODevice::WriteOnly));
         pagina.write("<html><head><title>Manual</title></head><body><a href=\"altra.html\">altra</a></body></html>");
         pagina.close();
-        QFile altra(manual.filePath("altra.html"));
-        QVERIFY(altra.open(QIODevice::WriteOnly));
-        altra.close();
         w->setFitxerAjuda(ajuda);
         mostraActiva(*w);
         w->seleccionaPestanya(frmMain::Credits);
-        QVERIFY(w->picLogoQuadrella->isVisible());
         QTest::mouseClick(w->picLogoQuadrella, Qt::LeftButton);
         QTest::keyClick(w.get(), Qt::Key_F1);
         QVERIFY(w->ajuda() && w->ajuda()->isVisible());
-        QCOMPARE(w->ajuda()->pagina(), QUrl::fromLocalFile(ajuda));
         QCOMPARE(w->ajuda()->windowTitle(), QString("Manual"));
         emit w->ajuda()->Navegador->anchorClicked(QUrl("altra.html"));
         QCOMPARE(w->ajuda()->pagina(), QUrl::fromLocalFile(manual.filePath("altra.html")));
@@ -348,6 +269,8 @@ private slots:
         QCOMPARE(navegador.obertes, QList<QUrl>({QUrl(producte::web())}));
     }
 
+    // The message window logs a long operation: it cannot be closed while busy, and each append
+    // lets the window repaint (work posted meanwhile gets done).
     void messageWindowLogsALongOperation()
     {
         auto w = obre();
@@ -355,31 +278,21 @@ private slots:
         frmMissatges *m = w->missatges();
         m->titol("PLANIFICACIO DE FEINES");
         m->ocupat(true);
-        QVERIFY(m->isVisible());
-        QVERIFY(!m->Tancar->isEnabled());
+        QVERIFY(m->isVisible() && !m->Tancar->isEnabled());
         QVERIFY(QApplication::overrideCursor() && QApplication::overrideCursor()->shape() == Qt::WaitCursor);
-
-        // Each append lets the window repaint: work posted meanwhile gets done.
         int atesos = 0;
         QTimer::singleShot(0, m, [&] { ++atesos; });
         m->afegeix("Feina 1 planificada el 01/03/2009\r\n");
         QCOMPARE(atesos, 1);
         m->afegeix("FINALITZACIO CORRECTA!!!\r\n");
-        QCOMPARE(m->text().count('\n'), 2);
-        QVERIFY(m->text().endsWith("FINALITZACIO CORRECTA!!!\n"));
-
-        // While the operation runs the window cannot be closed.
+        QCOMPARE(m->text(), QString("Feina 1 planificada el 01/03/2009\nFINALITZACIO CORRECTA!!!\n"));
         m->close();
         QTest::keyClick(m, Qt::Key_Escape);
         QVERIFY(m->isVisible());
-
         m->ocupat(false);
-        QVERIFY(m->Tancar->isEnabled());
-        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QVERIFY(m->Tancar->isEnabled() && QApplication::overrideCursor() == nullptr);
         QTest::mouseClick(m->Tancar, Qt::LeftButton);
-        QVERIFY(!m->isVisible());
-        QVERIFY(m->text().isEmpty());
-        QCOMPARE(m->windowTitle(), QString("PLANIFICACIO DE FEINES"));
+        QVERIFY(!m->isVisible() && m->text().isEmpty());
     }
 
     void shutDownClosesTheOtherWindowsNewestFirst()

@@ -47,19 +47,6 @@ BaseProva::BaseProva()
     cfg.BaseDades = m_fitxer;
 }
 
-// ---------------------------------------------------------------- IdiomaProva
-
-IdiomaProva::IdiomaProva(const QString &idioma) : m_anterior(Traductor::actual())
-{
-    m_traductor.carrega(filesTraduccioIncloses(), idioma);
-    Traductor::instala(&m_traductor);
-}
-
-IdiomaProva::~IdiomaProva()
-{
-    Traductor::instala(m_anterior);
-}
-
 // ---------------------------------------------------------------- dades_prova
 
 namespace dades_prova {
@@ -187,11 +174,7 @@ void InteraccioGuio::informa(const QString &titol, const QString &text)
 bool InteraccioGuio::pregunta(const QString &titol, const QString &text)
 {
     crides.append({QStringLiteral("pregunta"), titol, text});
-    if (respostes.isEmpty()) {
-        ++senseResposta;
-        return false;
-    }
-    return respostes.takeFirst();
+    return !respostes.isEmpty() && respostes.takeFirst();
 }
 
 void InteraccioGuio::error(const QString &titol, const QString &text)

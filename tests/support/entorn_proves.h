@@ -47,20 +47,6 @@ private:
     QString m_fitxer;
 };
 
-// Installs a translator for one language loaded from the shipped rows, and restores the previous
-// translator when it goes out of scope.
-class IdiomaProva {
-public:
-    explicit IdiomaProva(const QString &idioma);
-    ~IdiomaProva();
-    IdiomaProva(const IdiomaProva &) = delete;
-    IdiomaProva &operator=(const IdiomaProva &) = delete;
-
-private:
-    Traductor m_traductor;
-    const Traductor *m_anterior;
-};
-
 // Short writers of master data and jobs. Each is one INSERT with bound values.
 namespace dades_prova {
 void recurs(Db &db, const QString &nom, qint32 color, bool assignaTemps = true);
@@ -86,8 +72,8 @@ sqlite3 *handle(Db &db);
 int sentencies(Db &db, const std::function<void()> &feina);
 } // namespace dades_prova
 
-// Interaccio with scripted answers: each pregunta() takes the next answer (No when none is left,
-// counted in senseResposta). Every call is recorded in order.
+// Interaccio with scripted answers: each pregunta() takes the next answer (No when none is left).
+// Every call is recorded in order.
 class InteraccioGuio : public Interaccio {
 public:
     struct Crida {
@@ -97,7 +83,6 @@ public:
     };
     QList<bool> respostes;
     QList<Crida> crides;
-    int senseResposta = 0;
 
     void informa(const QString &titol, const QString &text) override;
     bool pregunta(const QString &titol, const QString &text) override;
