@@ -211,7 +211,6 @@ private slots:
         QCOMPARE(ctl().premGraella(35, columnaDe(model(), "Anna")), QString()); // 17:00 is not in 17:10-17:20
         QCOMPARE(darrerMissatge(), QString("Feina no trobada"));
         obre(VistaAgenda::Mes);
-        ctl().premGraella(19, 3);
         QCOMPARE(ctl().premGraella(3, 3), QString());
         QCOMPARE(ctl().FeinaSeleccionada.feines_id, 0);
         QCOMPARE(ctl().filaPremuda(), 3);
