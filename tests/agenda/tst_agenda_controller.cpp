@@ -8,6 +8,7 @@
 #include "support/entorn_proves.h"
 
 #include "core/ini.h"
+#include "core/pila_desfer.h"
 
 #include <QtTest>
 
@@ -355,8 +356,9 @@ private slots:
         QCOMPARE(QPoint(ctl().columnaActual(), ctl().filaActual()), QPoint(6, 6));
     }
 
-    // The planning offered by a click on a month cell after the last planned day; before it,
-    // the click shows the day's jobs.
+    // The planning offered by a click on a month cell after the last planned day (before it,
+    // the click shows the day's jobs): No changes nothing, Yes plans up to that day, moves the
+    // last planned day on and empties the undo stack, leaving a cut in its history.
     void clicAlMes()
     {
         DirectoriProva dir;
@@ -364,38 +366,53 @@ private slots:
         auto sessio = dir.obreSessio();
         Db &db = sessio->db();
         dades_prova::lloc(db, "Escola", 60);
-        db.exec("UPDATE Llocs SET llocs_periodicitat_dies = 1, llocs_dissabte = 1, llocs_diumenge = 1, llocs_hora = '08:00'");
+        dades_prova::lloc(db, "Forn", 60);
+        db.exec("UPDATE Llocs SET llocs_periodicitat_dies = 1, llocs_dissabte = 1, llocs_diumenge = 1, llocs_hora = '08:00'"
+                " WHERE llocs_nom = 'Escola'");
         dades_prova::feina(db, "Escola", QDate(2009, 3, 9), "08:00", "09:00");
         InteraccioGuio ui;
         ControladorAgenda ctl(db, sessio->cfg(), ui, kDimecres);
+        ctl.setPilaDesfer(&sessio->Desfer);
         RegistreMemoria registre;
         ctl.registrePlanificacio = [&] { return &registre; };
         QList<QDate> planificat;
         ctl.alPlanificar = [&](const QDate &d) { planificat << d; };
         QList<QStringList> indicacions;
         ctl.mostraIndicacio = [&](const QString &t, const QString &x) { indicacions << QStringList{t, x}; };
+        ctl.estat() = EstatAgenda(VistaAgenda::Dia, kDimecres, sessio->cfg().PrimerDiaSetmana);
         ctl.Construeix_Agenda();
+        ctl.deixa(19, 1, "LForn");
+        ctl.deixa(25, 1, "LForn");
+        QCOMPARE(sessio->Desfer.desfes(), QString());
+        ctl.canviaVista(VistaAgenda::Mes);
 
         ctl.clic(3, 1); // a planned day with jobs: its jobs in a balloon
         ctl.clic(3, 2); // a planned day without jobs: nothing
         QCOMPARE(indicacions, (QList<QStringList>{{"dilluns, 09/03/2009", "08:00 Escola"}}));
         QVERIFY(ui.crides.isEmpty());
 
-        ctl.clic(3, 5); // 13 March, after the last planned day; answered No: nothing changes
+        ctl.clic(3, 5); // 13 March, after the last planned day; answered No
         QCOMPARE(ui.crides.size(), 1);
         QCOMPARE(ui.crides.first().titol, QString("GENERACIO DE FEINES PLANIFICADES"));
-        QCOMPARE(dades_prova::valor(db, "SELECT COUNT(*) FROM Feines"), 1);
+        QCOMPARE(dades_prova::valor(db, "SELECT COUNT(*) FROM Feines"), 2);
         QCOMPARE(LlegirIni(dir.fitxerIni(), "Estat", "UltimDiaGen", ""), QString("10/03/2009"));
         QVERIFY(planificat.isEmpty() && registre.text.isEmpty());
+        QCOMPARE(sessio->Desfer.mida(), 2);
 
-        ui.respostes << true; // 11, 12 and 13 March planned, shown, and the day moves on
+        ui.respostes << true; // 11, 12 and 13 March planned and shown
         ctl.clic(3, 5);
-        QCOMPARE(dades_prova::valor(db, "SELECT COUNT(*) FROM Feines"), 4);
+        QCOMPARE(dades_prova::valor(db, "SELECT COUNT(*) FROM Feines"), 5);
         QCOMPARE(sessio->cfg().UltimDiaGen, QDate(2009, 3, 13));
         QCOMPARE(LlegirIni(dir.fitxerIni(), "Estat", "UltimDiaGen", ""), QString("13/03/2009"));
         QCOMPARE(planificat, QList<QDate>{QDate(2009, 3, 13)});
         QVERIFY(registre.text.contains("FINALITZACIO CORRECTA!!!"));
         QCOMPARE(ctl.model().text(3, 4), QString("08:00 Escola"));
+        QVERIFY(!sessio->Desfer.potDesfer() && !sessio->Desfer.potRefer());
+        const QList<PilaDesfer::Entrada> h = sessio->Desfer.historial();
+        QCOMPARE(h.size(), 2);
+        QCOMPARE(h.first().tipus, PilaDesfer::Entrada::Tancat);
+        QCOMPARE(h.last().tipus, PilaDesfer::Entrada::Tall);
+        QCOMPARE(h.last().text, QString("planificació de feines"));
     }
 };
 

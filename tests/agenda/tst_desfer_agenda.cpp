@@ -1,7 +1,6 @@
 // The agenda's changes reach the undo stack: each mouse and key action of a working sequence is
 // one command named after what it did, undoing them all gives back the database as it was and
-// redoing them all the database as it was left; a planning run empties the stack (the history
-// keeps what was done, not what was undone), a declined one does not.
+// redoing them all the database as it was left.
 
 #include "agenda/agenda_controller.h"
 #include "agenda/hores_extres_editor.h"
@@ -83,35 +82,6 @@ private slots:
         ctl.deixa(31, 1, "LEscola");
         QVERIFY(!pila.potRefer());
         QCOMPARE(pila.mida(), 8);
-    }
-
-    // A planning run empties the stack, leaving a cut in the history; a declined one does not.
-    void planificacioBuidaLaPila()
-    {
-        DirectoriProva dir;
-        dir.posaParametre("UltimDiaGen", "10/03/2009", "Estat");
-        auto sessio = dir.obreSessio();
-        dades_prova::lloc(sessio->db(), "Escola", 60);
-        sessio->db().exec("UPDATE Llocs SET llocs_periodicitat_dies = 1, llocs_hora = '08:00'");
-        InteraccioGuio ui;
-        ControladorAgenda ctl(sessio->db(), sessio->cfg(), ui, kDimecres);
-        ctl.setPilaDesfer(&sessio->Desfer);
-        ctl.estat() = EstatAgenda(VistaAgenda::Dia, kDimecres, sessio->cfg().PrimerDiaSetmana);
-        ctl.Construeix_Agenda();
-        ctl.deixa(19, 1, "LEscola");
-        ctl.deixa(25, 1, "LEscola");
-        QCOMPARE(sessio->Desfer.desfes(), QString());
-        ctl.canviaVista(VistaAgenda::Mes);
-        ui.respostes = {false, true};
-        ctl.clic(3, 5); // 13 March, declined
-        QCOMPARE(sessio->Desfer.mida(), 2);
-        ctl.clic(3, 5);
-        QVERIFY(!sessio->Desfer.potDesfer() && !sessio->Desfer.potRefer());
-        const QList<PilaDesfer::Entrada> h = sessio->Desfer.historial();
-        QCOMPARE(h.size(), 2);
-        QCOMPARE(h.first().tipus, PilaDesfer::Entrada::Tancat);
-        QCOMPARE(h.last().tipus, PilaDesfer::Entrada::Tall);
-        QCOMPARE(h.last().text, QString("planificació de feines"));
     }
 };
 
