@@ -31,12 +31,9 @@ struct Deixada {
     const char *nom;
     VistaAgenda vista;
     int filaOrigen;
-    const char *colOrigen;
-    const char *caption;
+    const char *colOrigen, *caption;
     int fila;
-    const char *col;
-    const char *canvi;
-    const char *missatge;
+    const char *col, *canvi, *missatge;
 };
 
 } // namespace
@@ -72,6 +69,12 @@ class TestAgendaController : public QObject {
     {
         return dades_prova::files(db(), "SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi,"
                                         " COALESCE(recursos_nom, ''), feines_feta FROM Feines ORDER BY feines_id");
+    }
+
+    void tecla(int fila, int col, int t)
+    {
+        ctl().setCellaActual(fila, col);
+        ctl().tecla(t);
     }
 
     // The view and its dates: "view day sWeek'sStart mMonthGrid'sStart".
@@ -223,23 +226,18 @@ private slots:
     {
         dades_prova::feina(db(), "Forn", kDimecres.addDays(1), "09:00", "10:00", "Biel");
         obre(VistaAgenda::Setmana);
-        ctl().setCellaActual(19, 3);
-        ctl().tecla(ControladorAgenda::TeclaEspai);
+        tecla(19, 3, ControladorAgenda::TeclaEspai);
         QVERIFY(feines().first().endsWith("|1") && model().cella(19, 3).subratllat);
-        ctl().setCellaActual(20, 3);
-        ctl().tecla(ControladorAgenda::TeclaEspai);
+        tecla(20, 3, ControladorAgenda::TeclaEspai);
         QVERIFY(feines().first().endsWith("|0") && !model().cella(19, 3).subratllat);
-        ctl().setCellaActual(19, 4);
-        ctl().tecla(ControladorAgenda::TeclaEspai);
+        tecla(19, 4, ControladorAgenda::TeclaEspai);
         QCOMPARE(darrerMissatge(), QString("Una feina futura no pot estar feta"));
         QVERIFY(feines().last().endsWith("|0"));
-        ctl().setCellaActual(25, 3);
-        ctl().tecla(ControladorAgenda::TeclaEspai);
+        tecla(25, 3, ControladorAgenda::TeclaEspai);
         QCOMPARE(darrerMissatge(), QString("Hi ha varies feines en la cel·la"));
 
         obre(VistaAgenda::Setmana);
-        ctl().setCellaActual(19, 4);
-        ctl().tecla(ControladorAgenda::TeclaSuprimir); // answered No
+        tecla(19, 4, ControladorAgenda::TeclaSuprimir); // answered No
         QCOMPARE(darrerMissatge() + QString::number(feines().size()), QString("Eliminar feina Biel 'Forn' del 12/03/2009 ?5"));
         m_ui->respostes << true;
         ctl().tecla(ControladorAgenda::TeclaSuprimir);
@@ -248,10 +246,8 @@ private slots:
         QVERIFY(ctl().refrescarFacturacio());
 
         obre(VistaAgenda::Setmana);
-        ctl().setCellaActual(19, 3);
-        ctl().tecla('A');
-        ctl().setCellaActual(30, 3);
-        ctl().tecla(ControladorAgenda::TeclaSuprimir);
+        tecla(19, 3, 'A');
+        tecla(30, 3, ControladorAgenda::TeclaSuprimir);
         QCOMPARE(m_ui->crides.size() + m_reconstruccions, 0);
     }
 
@@ -260,16 +256,14 @@ private slots:
     void introObreEditor()
     {
         obre(VistaAgenda::Setmana);
-        ctl().setCellaActual(19, 3);
-        ctl().tecla(ControladorAgenda::TeclaIntro);
+        tecla(19, 3, ControladorAgenda::TeclaIntro);
         QCOMPARE(m_ui->crides.size(), 1);
         QCOMPARE(m_ui->crides.first().titol, QString("Detall de Feina"));
         int xecs = 0;
         QList<int> obertes;
         ctl().recarregaXecs = [&] { ++xecs; };
         ctl().obreEditor = [&](Feina &f) { obertes << f.feines_id, f.missatge = QStringLiteral("OK"); };
-        ctl().setCellaActual(19, 3);
-        ctl().tecla(ControladorAgenda::TeclaIntro);
+        tecla(19, 3, ControladorAgenda::TeclaIntro);
         QCOMPARE(QList<int>(obertes) << xecs << m_reconstruccions, (QList<int>{m_escola, 1, 1}));
         obre(VistaAgenda::Setmana);
         ctl().obreEditor = [&](Feina &f) { obertes << f.feines_id; };
@@ -301,8 +295,7 @@ private slots:
         }
         QCOMPARE(m_calendari.first(), QDate(2009, 3, 16));
         obre(VistaAgenda::Mes);
-        ctl().setCellaActual(2, 4);
-        ctl().tecla(ControladorAgenda::TeclaIntro);
+        tecla(2, 4, ControladorAgenda::TeclaIntro);
         QCOMPARE(on(), QString("dia 5/3 s2/3 m23/2"));
     }
 

@@ -69,52 +69,47 @@ private slots:
             dades_prova::lloc(db(), lloc, 60);
     }
 
-    void coberturaDeFranges_data()
-    {
-        QTest::addColumn<QString>("horaInici");
-        QTest::addColumn<QString>("horaFinal");
-        QTest::addColumn<int>("minutsCella");
-        QTest::addColumn<QString>("inici");
-        QTest::addColumn<QString>("fi");
-        QTest::addColumn<QList<int>>("files");
-        QTest::newRow("whole hour") << "00:00" << "24:00" << 30 << "09:00" << "10:00" << QList<int>{19, 20};
-        QTest::newRow("shorter than a slot") << "00:00" << "24:00" << 30 << "09:10" << "09:20" << QList<int>{19};
-        QTest::newRow("ends mid-slot") << "00:00" << "24:00" << 30 << "09:00" << "09:45" << QList<int>{19};
-        QTest::newRow("ends at 24:00") << "00:00" << "24:00" << 30 << "23:30" << "24:00" << QList<int>{48};
-        QTest::newRow("ends at the day's start") << "08:00" << "20:00" << 30 << "07:00" << "08:00" << QList<int>{};
-        QTest::newRow("starts before the day") << "08:00" << "20:00" << 30 << "07:00" << "09:00" << QList<int>{1, 2};
-        QTest::newRow("starts at the day's end") << "08:00" << "20:00" << 30 << "20:00" << "21:00" << QList<int>{};
-        QTest::newRow("passes the day's end") << "08:00" << "20:00" << 30 << "19:30" << "21:00" << QList<int>{24};
-        QTest::newRow("15-minute slots") << "08:00" << "12:00" << 15 << "08:15" << "09:00" << QList<int>{2, 3, 4};
-    }
-
     // A job covers the slots from the one holding its start up to, not including, the one that
     // starts at its end, drawn as one block; the week view draws the same slots as the day view.
     void coberturaDeFranges()
     {
-        QFETCH(QString, horaInici);
-        QFETCH(QString, horaFinal);
-        QFETCH(int, minutsCella);
-        QFETCH(QString, inici);
-        QFETCH(QString, fi);
-        QFETCH(QList<int>, files);
-        cfg().HoraInici = horaInici;
-        cfg().HoraFinal = horaFinal;
-        cfg().MinutsCella = minutsCella;
-        cfg().CellesDia = Configuracio::cellesDia(horaInici, horaFinal, minutsCella);
-        dades_prova::feina(db(), "Escola", kDimecres, inici, fi, "Anna");
-        const QString esperat = files.isEmpty()      ? QString()
-            : files.size() == 1 ? QStringLiteral("%1 Escola").arg(files.first())
-                                : QStringLiteral("%1-%2 Escola").arg(files.first()).arg(files.last());
-        auto dia = construeix(VistaAgenda::Dia);
-        QCOMPARE(dia->files(), cfg().CellesDia + 1);
-        QCOMPARE(blocs(*dia, 1), esperat);
-        auto setmana = construeix(VistaAgenda::Setmana);
-        QCOMPARE(blocs(*setmana, 3), esperat);
-        const ModelAgenda::Rang g = setmana->Rang_Celles_Feina(kDimecres, inici, fi, "Anna");
-        QCOMPARE(g.visible(), !files.isEmpty());
-        const QList<int> rang = files.isEmpty() ? QList<int>{0, 0, 0, 0} : QList<int>{files.first(), files.last(), 3, 3};
-        QCOMPARE((QList<int>{g.fila_inici, g.fila_fi, g.columna_inici, g.columna_fi}), rang);
+        const struct {
+            const char *horaInici, *horaFinal;
+            int minutsCella;
+            const char *inici, *fi;
+            int primera, darrera; // 0 when it is not drawn
+        } casos[] = {
+            {"00:00", "24:00", 30, "09:00", "10:00", 19, 20}, // a whole hour
+            {"00:00", "24:00", 30, "09:10", "09:20", 19, 19}, // shorter than a slot
+            {"00:00", "24:00", 30, "09:00", "09:45", 19, 19}, // ends mid-slot
+            {"00:00", "24:00", 30, "23:30", "24:00", 48, 48}, // ends at 24:00
+            {"08:00", "20:00", 30, "07:00", "08:00", 0, 0},   // ends at the day's start
+            {"08:00", "20:00", 30, "07:00", "09:00", 1, 2},   // starts before the day
+            {"08:00", "20:00", 30, "20:00", "21:00", 0, 0},   // starts at the day's end
+            {"08:00", "20:00", 30, "19:30", "21:00", 24, 24}, // passes the day's end
+            {"08:00", "12:00", 15, "08:15", "09:00", 2, 4},   // 15-minute slots
+        };
+        for (const auto &c : casos) {
+            const QString nom = QStringLiteral("%1-%2 in %3-%4").arg(c.inici, c.fi, c.horaInici, c.horaFinal);
+            cfg().HoraInici = c.horaInici;
+            cfg().HoraFinal = c.horaFinal;
+            cfg().MinutsCella = c.minutsCella;
+            cfg().CellesDia = Configuracio::cellesDia(c.horaInici, c.horaFinal, c.minutsCella);
+            db().exec("DELETE FROM Feines");
+            dades_prova::feina(db(), "Escola", kDimecres, c.inici, c.fi, "Anna");
+            const QString esperat = !c.primera ? QString()
+                : c.primera == c.darrera   ? QStringLiteral("%1 Escola").arg(c.primera)
+                                           : QStringLiteral("%1-%2 Escola").arg(c.primera).arg(c.darrera);
+            auto dia = construeix(VistaAgenda::Dia);
+            QCOMPARE(dia->files(), cfg().CellesDia + 1);
+            QVERIFY2(blocs(*dia, 1) == esperat, qPrintable(nom));
+            auto setmana = construeix(VistaAgenda::Setmana);
+            QVERIFY2(blocs(*setmana, 3) == esperat, qPrintable(nom));
+            const ModelAgenda::Rang g = setmana->Rang_Celles_Feina(kDimecres, c.inici, c.fi, "Anna");
+            const QList<int> rang = c.primera ? QList<int>{c.primera, c.darrera, 3, 3} : QList<int>{0, 0, 0, 0};
+            QVERIFY2(g.visible() == bool(c.primera), qPrintable(nom));
+            QVERIFY2((QList<int>{g.fila_inici, g.fila_fi, g.columna_inici, g.columna_fi}) == rang, qPrintable(nom));
+        }
     }
 
     // The day view: a column per resource with jobs, sorted by name after the unassigned ones;
@@ -236,38 +231,30 @@ private slots:
         QVERIFY(m->cella(3, 2).negreta && !m->cella(3, 3).negreta); // before today, today
     }
 
-    void iniciDeSetmana_data()
-    {
-        QTest::addColumn<int>("primerDia");
-        QTest::addColumn<QDate>("dia");
-        QTest::addColumn<QDate>("setmana");
-        QTest::addColumn<QDate>("mes");
-        QTest::addColumn<QString>("primeraCapcalera");
-        // 15 March 2009 is a Sunday; 1 March 2009 is a Sunday too
-        QTest::newRow("Sunday, weeks from Monday") << 2 << QDate(2009, 3, 15) << QDate(2009, 3, 9) << QDate(2009, 2, 23) << "dilluns";
-        QTest::newRow("Monday, weeks from Sunday") << 1 << QDate(2009, 3, 16) << QDate(2009, 3, 15) << QDate(2009, 3, 1) << "diumenge";
-        QTest::newRow("1st on a Monday") << 2 << QDate(2009, 6, 1) << QDate(2009, 6, 1) << QDate(2009, 6, 1) << "dilluns";
-        QTest::newRow("new year") << 2 << QDate(2010, 1, 1) << QDate(2009, 12, 28) << QDate(2009, 12, 28) << "dilluns";
-    }
-
-    // The week and the month grid start on the system's first weekday.
+    // The week and the month grid start on the system's first weekday (15 March 2009 is a
+    // Sunday; 1 March 2009 is a Sunday too).
     void iniciDeSetmana()
     {
-        QFETCH(int, primerDia);
-        QFETCH(QDate, dia);
-        QFETCH(QDate, setmana);
-        QFETCH(QDate, mes);
-        QFETCH(QString, primeraCapcalera);
-        cfg().PrimerDiaSetmana = primerDia;
-        const EstatAgenda e(VistaAgenda::Setmana, dia, primerDia);
-        QCOMPARE(e.IniciSetmana, setmana);
-        QCOMPARE(e.IniciMes, mes);
-        auto m = construeix(VistaAgenda::Setmana, dia);
-        QVERIFY(m->text(0, 1).startsWith(primeraCapcalera));
-        QCOMPARE(m->cella(0, primerDia == 1 ? 1 : 7).fons, cfg().ColorDiumenge);
-        auto mm = construeix(VistaAgenda::Mes, dia);
-        QCOMPARE(mm->text(0, 1), primeraCapcalera);
-        QCOMPARE(mm->diaCella(1, 1), mes);
+        const struct {
+            int primerDia;
+            QDate dia, setmana, mes;
+            const char *capcalera;
+        } casos[] = {
+            {2, QDate(2009, 3, 15), QDate(2009, 3, 9), QDate(2009, 2, 23), "dilluns"},     // Sunday, weeks from Monday
+            {1, QDate(2009, 3, 16), QDate(2009, 3, 15), QDate(2009, 3, 1), "diumenge"},    // Monday, weeks from Sunday
+            {2, QDate(2009, 6, 1), QDate(2009, 6, 1), QDate(2009, 6, 1), "dilluns"},       // the 1st on a Monday
+            {2, QDate(2010, 1, 1), QDate(2009, 12, 28), QDate(2009, 12, 28), "dilluns"},   // new year
+        };
+        for (const auto &c : casos) {
+            cfg().PrimerDiaSetmana = c.primerDia;
+            const EstatAgenda e(VistaAgenda::Setmana, c.dia, c.primerDia);
+            QCOMPARE(QList<QDate>({e.IniciSetmana, e.IniciMes}), QList<QDate>({c.setmana, c.mes}));
+            auto m = construeix(VistaAgenda::Setmana, c.dia);
+            QVERIFY2(m->text(0, 1).startsWith(c.capcalera), c.capcalera);
+            QCOMPARE(m->cella(0, c.primerDia == 1 ? 1 : 7).fons, cfg().ColorDiumenge);
+            auto mm = construeix(VistaAgenda::Mes, c.dia);
+            QCOMPARE(mm->text(0, 1) + mm->diaCella(1, 1).toString(Qt::ISODate), c.capcalera + c.mes.toString(Qt::ISODate));
+        }
     }
 
     // One query for the jobs of each view, one for its closed days, plus the overtime in the day view.
@@ -313,10 +300,13 @@ private slots:
         QCOMPARE(taula.headerData(27, Qt::Vertical).toString(), QString("13:30"));
         QCOMPARE(ModelTaulaAgenda::colorQt(0x00112233), QColor(0x33, 0x22, 0x11));
 
-        // a rebuild into another view resets the item model's shape
+        // a rebuild into another view resets the item model's shape; an index a view still holds
+        // from before shows nothing once it is past the new shape
+        const QModelIndex vella = taula.index(6, 2);
         m->Construeix_Agenda(EstatAgenda(VistaAgenda::Mes, kDimecres, cfg().PrimerDiaSetmana));
         taula.refresca();
         QCOMPARE(taula.rowCount(), 6);
+        QVERIFY(!taula.data(vella).isValid());
         const QModelIndex dimecres = taula.index(2, 2);
         QCOMPARE(dimecres.data().toString(), QString("09:00 Escola\n11:00 Banc"));
         QCOMPARE(dimecres.data(ModelTaulaAgenda::RolText).toString(), QString("09:00 Escola\r\n11:00 Banc"));
