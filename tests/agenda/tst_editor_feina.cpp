@@ -11,100 +11,81 @@
 namespace {
 
 const QDate kAvui(2024, 5, 15); // a Wednesday
-const qint32 kColorMarta = 0x0000FF;
-const qint32 kColorJoan = 0x00FF00;
-const qint32 kColorEquip = 0xFF0000;
 
-struct Linia {
-    QString servei;
-    QString descripcio;
-    double quantitat;
-    QString unitat;
-    double preu;
-};
-
-// The job's stored lines in the order the editor loads them.
-QList<Linia> liniesGuardades(Db &db, int id)
-{
-    QList<Linia> r;
-    Query q = db.query(QStringLiteral("SELECT serveis_nom, feines_detall_descripcio, feines_detall_quantitat,"
-                                      " feines_detall_unitat, feines_detall_preu_un FROM Feines_Detall"
-                                      " WHERE feines_id = ? ORDER BY serveis_nom, feines_detall_descripcio"));
-    q.bind(id).exec();
-    while (q.next())
-        r.append({q.text(0), q.text(1), q.real(2), q.text(3), q.real(4)});
-    return r;
-}
-
-QString filaFeina(Db &db, int id)
-{
-    Query q = db.query(QStringLiteral("SELECT feines_data, feines_hora_inici, feines_hora_fi, COALESCE(recursos_nom, '<null>'),"
-                                      " feines_feta, COALESCE(feines_data_factura, '<null>'), COALESCE(feines_observacions, '')"
-                                      " FROM Feines WHERE feines_id = ?"));
-    q.bind(id).exec();
-    if (!q.next())
-        return QStringLiteral("<cap>");
-    QStringList parts;
-    for (int i = 0; i < 7; ++i)
-        parts << q.text(i);
-    return parts.join(QLatin1Char('|'));
-}
-
-void afegeixLinia(Db &db, int id, const QString &servei, const QString &descripcio, double quantitat,
-                  const QString &unitat, double preu)
-{
-    db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio,"
-                            " feines_detall_quantitat, feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)"))
-        .bind(id).bind(servei).bind(descripcio).bind(quantitat).bind(unitat).bind(preu).exec();
-}
-
-// The job as the agenda hands it over: from its cell, without its notes.
-Feina feinaDe(Db &db, int id)
-{
-    Feina f;
-    carregaFeina(db, id, f);
-    f.feines_observacions.clear();
-    return f;
-}
-
-// A small business: two workers, a team of both, a place with a default worker, and services
-// that take time per worker, shared time, and no time.
+// A small business: two workers, a team of both, a place with a default worker and a wording of
+// its own for cleaning, and services that take time per worker, shared time, and no time.
 struct Negoci {
     BaseProva base;
+    Db &db = base.db;
     InteraccioGuio ui;
     MotorFeines motor{base.db, base.cfg};
+    Feina f;
+    int id = 0;
 
     Negoci()
     {
         base.cfg.PermetSolaparLlocs = false;
         motor.setAvui(kAvui);
-        Db &db = base.db;
-        dades_prova::recurs(db, QStringLiteral("Marta"), kColorMarta, true);
-        dades_prova::recurs(db, QStringLiteral("Joan"), kColorJoan, true);
-        dades_prova::grup(db, QStringLiteral("Equip"), kColorEquip, {QStringLiteral("Marta"), QStringLiteral("Joan")});
-        dades_prova::client(db, QStringLiteral("L'Estel"));
-        dades_prova::servei(db, QStringLiteral("Neteja"), 30, false, 12.5, QStringLiteral("Hores"), QStringLiteral("Neteja general"));
-        dades_prova::servei(db, QStringLiteral("Vidres"), 15, true, 20.0, QStringLiteral("Unitats"), QStringLiteral("Vidres"));
-        dades_prova::servei(db, QStringLiteral("Desplaçament"), 0, false, 0.35, QStringLiteral("Kms"));
-        dades_prova::lloc(db, QStringLiteral("Oficina L'Estel"), 60, QStringLiteral("Marta"), QStringLiteral("L'Estel"));
-        dades_prova::llocServei(db, QStringLiteral("Oficina L'Estel"), QStringLiteral("Neteja"), 2, 11.0, QStringLiteral("Neteja de l'oficina"));
+        dades_prova::recurs(db, "Marta", 0x0000FF, true);
+        dades_prova::recurs(db, "Joan", 0x00FF00, true);
+        dades_prova::grup(db, "Equip", 0xFF0000, {"Marta", "Joan"});
+        dades_prova::client(db, "L'Estel");
+        dades_prova::servei(db, "Neteja", 30, false, 12.5, "Hores", "Neteja general");
+        dades_prova::servei(db, "Vidres", 15, true, 20.0, "Unitats", "Vidres");
+        dades_prova::servei(db, "Desplaçament", 0, false, 0.35, "Kms");
+        dades_prova::lloc(db, "Oficina L'Estel", 60, "Marta", "L'Estel");
+        dades_prova::llocServei(db, "Oficina L'Estel", "Neteja", 2, 11.0, "Neteja de l'oficina");
     }
 
+    // A job at the office today, written straight to the table.
+    int feina(const char *inici, const char *fi, const char *recurs = "", const QDate &dia = kAvui)
+    {
+        return id = dades_prova::feina(db, "Oficina L'Estel", dia, inici, fi, recurs);
+    }
+
+    void linia(const char *servei, const char *descripcio, double quantitat, const char *unitat, double preu)
+    {
+        db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio, feines_detall_quantitat,"
+                 " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)")
+            .bind(id).bind(QString::fromUtf8(servei)).bind(QString::fromUtf8(descripcio)).bind(quantitat)
+            .bind(QString::fromUtf8(unitat)).bind(preu).exec();
+    }
+
+    // The editor on the job as the agenda hands it over: from its cell, without its notes.
     EditorFeina editor()
     {
-        EditorFeina e(base.db, base.cfg, motor, ui);
+        f = Feina();
+        carregaFeina(db, id, f);
+        f.feines_observacions.clear();
+        EditorFeina e(db, base.cfg, motor, ui);
         e.setAvui(kAvui);
+        e.carrega(f);
         return e;
     }
 
-    QStringList missatges() const
+    QString fila()
     {
-        QStringList r;
-        for (const auto &c : ui.crides)
-            r << c.text;
-        return r;
+        return dades_prova::files(db, "SELECT feines_data, feines_hora_inici, feines_hora_fi, COALESCE(recursos_nom, '-'), feines_feta,"
+                                      " COALESCE(feines_data_factura, '-'), COALESCE(feines_observacions, '') FROM Feines WHERE feines_id = ?",
+                                  {id}).join(';');
     }
+
+    // The stored lines, "service|quantity|unit".
+    QStringList linies()
+    {
+        return dades_prova::files(db, "SELECT serveis_nom, feines_detall_quantitat, feines_detall_unitat FROM Feines_Detall"
+                                      " WHERE feines_id = ? ORDER BY serveis_nom, feines_detall_descripcio", {id});
+    }
+
+    QString darrer() const { return ui.crides.isEmpty() ? QString() : ui.crides.last().text; }
 };
+
+bool afegeix(EditorFeina &e, const char *servei, const char *quantitat)
+{
+    e.triaServei(QString::fromUtf8(servei));
+    e.setQuantitatLinia(QString::fromUtf8(quantitat));
+    return e.afegeixServei();
+}
 
 } // namespace
 
@@ -112,65 +93,43 @@ class TestEditorFeina : public QObject {
     Q_OBJECT
 
 private slots:
-    // What the dialog shows when it opens, and that a start between slot boundaries is stored
-    // as the start of its slot.
+    // What the editor shows when it opens; a start between slot boundaries is stored as the
+    // start of its slot; a start before the first slot selects nothing and cannot be stored.
     void loadsTheJobAndItsLists()
     {
         Negoci n;
-        Db &db = n.base.db;
-        const int id = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui, QStringLiteral("09:10"),
-                                          QStringLiteral("24:00"), QStringLiteral("marta"));
-        db.query(QStringLiteral("UPDATE Feines SET feines_observacions = 'Clau a consergeria' WHERE feines_id = ?")).bind(id).exec();
-        afegeixLinia(db, id, QStringLiteral("Vidres"), QStringLiteral("Finestres"), 2, QStringLiteral("Unitats"), 20.0);
-        afegeixLinia(db, id, QStringLiteral("Neteja"), QStringLiteral("Neteja de l'oficina"), 1.5, QStringLiteral("Hores"), 12.25);
-
-        Feina f = feinaDe(db, id); // the agenda's record carries no notes
+        n.feina("09:10", "24:00", "marta");
+        n.db.exec("UPDATE Feines SET feines_observacions = 'Clau a consergeria'");
+        n.linia("Vidres", "Finestres", 2, "Unitats", 20.0);
+        n.linia("Neteja", "Neteja de l'oficina", 1.5, "Hores", 12.25);
         EditorFeina e = n.editor();
-        e.carrega(f);
-
-        QCOMPARE(e.id(), id);
-        QCOMPARE(e.lloc(), QStringLiteral("Oficina L'Estel"));
-        QCOMPARE(e.data(), QStringLiteral("15/05/2024"));
+        QCOMPARE(e.data() + e.horaInici() + e.horaFi() + e.recurs(), QString("15/05/202409:0024:00Marta"));
         QCOMPARE(e.horesInici().size(), 48);
-        QCOMPARE(e.horesInici().last(), QStringLiteral("23:30"));
-        QCOMPARE(e.horesFi().last(), QStringLiteral("24:00"));
-        QCOMPARE(e.horaInici(), QStringLiteral("09:00"));
-        QCOMPARE(e.horaFi(), QStringLiteral("24:00"));
+        QCOMPARE(e.horesFi().last(), QString("24:00"));
         QCOMPARE(e.recursos(), (QStringList{"Equip", "Joan", "Marta"}));
-        QCOMPARE(e.recurs(), QStringLiteral("Marta"));
-        QCOMPARE(e.observacions(), QStringLiteral("Clau a consergeria"));
-        QCOMPARE(e.serveis(), (QStringList{"Desplaçament", "Neteja", "Vidres"}));
-        QCOMPARE(e.linies().size(), 2);
-        QCOMPARE(e.linies().at(0).serveis_nom, QStringLiteral("Neteja"));
-        QCOMPARE(e.linies().at(1).descripcio, QStringLiteral("Finestres"));
-        // 1,5 x 12,25 + 2 x 20 = 58,375, shown to the cent.
-        QCOMPARE(e.totalText(), QStringLiteral("58,38"));
+        QCOMPARE(e.observacions(), QString("Clau a consergeria"));
+        QCOMPARE(e.linies().at(0).serveis_nom, QString("Neteja"));
+        QCOMPARE(e.totalText(), QString("58,38")); // 1,5 x 12,25 + 2 x 20 = 58,375
         QVERIFY(!e.bloquejat());
+        e.triaServei("Vidres"); // a service chosen but no line picked: nothing to replace
+        e.setQuantitatLinia("1");
+        QVERIFY(!e.substitueixLinia());
+        QCOMPARE(e.linies().size(), 2);
+        QVERIFY(e.modifica());
+        QCOMPARE(n.fila(), QString("2024-05-15|09:00|24:00|Marta|0|-|Clau a consergeria"));
+        QCOMPARE(n.f.missatge, QString("OK"));
         QVERIFY(n.ui.crides.isEmpty());
 
-        QVERIFY(e.modifica());
-        QCOMPARE(filaFeina(db, id), QStringLiteral("2024-05-15|09:00|24:00|Marta|0|<null>|Clau a consergeria"));
-        QCOMPARE(f.missatge, QStringLiteral("OK"));
-        QCOMPARE(f.feines_hora_inici, QStringLiteral("09:00"));
-
-        // Other settings give other slots; a start before the first slot selects nothing and
-        // cannot be stored.
-        n.base.cfg.HoraInici = QStringLiteral("08:00");
-        n.base.cfg.HoraFinal = QStringLiteral("20:00");
+        n.base.cfg.HoraInici = "08:00";
+        n.base.cfg.HoraFinal = "20:00";
         n.base.cfg.MinutsCella = 60;
         n.base.cfg.CellesDia = 12;
-        const int d = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui.addDays(-1), QStringLiteral("07:00"),
-                                         QStringLiteral("08:00"));
-        Feina g = feinaDe(db, d);
+        n.feina("07:00", "08:00", "", kAvui.addDays(-1));
         EditorFeina e2 = n.editor();
-        e2.carrega(g);
-        QCOMPARE(e2.horesInici().last(), QStringLiteral("19:00"));
-        QCOMPARE(e2.horesFi().last(), QStringLiteral("20:00"));
-        QCOMPARE(e2.horaInici(), QString());
-        QCOMPARE(e2.horaFi(), QString()); // the first end is 09:00
-        QCOMPARE(e2.recurs(), QString());
+        QCOMPARE(e2.horesInici().last(), QString("19:00"));
+        QCOMPARE(e2.horaInici() + e2.horaFi(), QString());
         QVERIFY(!e2.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Tram d'hores incorrecte"));
+        QCOMPARE(n.darrer(), QString("Tram d'hores incorrecte"));
     }
 
     // Choosing a service fills the line; adding checks the numbers and duplicates; taking a line
@@ -178,72 +137,44 @@ private slots:
     void editsServiceLines()
     {
         Negoci n;
-        Db &db = n.base.db;
-        const int id = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui, QStringLiteral("10:00"),
-                                          QStringLiteral("10:30"), QStringLiteral("Marta"));
-        Feina f = feinaDe(db, id);
+        n.feina("10:00", "10:30", "Marta");
         EditorFeina e = n.editor();
-        e.carrega(f);
-
-        // No service chosen: nothing happens, and nothing is said.
-        e.setQuantitatLinia(QStringLiteral("1"));
-        QVERIFY(!e.afegeixServei());
+        e.setQuantitatLinia("1");
+        QVERIFY(!e.afegeixServei()); // no service chosen: nothing happens, nothing is said
         QVERIFY(n.ui.crides.isEmpty());
-
-        e.obreLlistaServeis();
-        QCOMPARE(e.quantitatLinia(), QString());
-        e.triaServei(QStringLiteral("Neteja"));
-        QCOMPARE(e.unitatLinia(), QStringLiteral("Hores"));
-        QCOMPARE(e.descripcioLinia(), QStringLiteral("Neteja de l'oficina")); // the place's wording
-        QCOMPARE(e.preuLinia(), QStringLiteral("12,50"));                       // the service's price
-
-        e.setQuantitatLinia(QStringLiteral("dos"));
+        e.triaServei("Neteja"); // the place's wording, the service's price
+        QCOMPARE(e.unitatLinia() + "|" + e.descripcioLinia() + "|" + e.preuLinia(), QString("Hores|Neteja de l'oficina|12,50"));
+        e.setQuantitatLinia("dos");
         QVERIFY(!e.afegeixServei());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Cal informar la quantitat"));
-        e.setQuantitatLinia(QStringLiteral("2,5"));
+        QCOMPARE(n.darrer(), QString("Cal informar la quantitat"));
+        e.setQuantitatLinia("2,5");
         e.setPreuLinia(QString());
         QVERIFY(!e.afegeixServei());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Cal informar el preu unitari"));
-        QVERIFY(e.linies().isEmpty());
-
-        e.setPreuLinia(QStringLiteral("1.234,5"));
+        QCOMPARE(n.darrer(), QString("Cal informar el preu unitari"));
+        e.setPreuLinia("1.234,5");
         QVERIFY(e.afegeixServei());
-        QCOMPARE(e.totalText(), QStringLiteral("3.086,25"));
+        QCOMPARE(e.totalText(), QString("3.086,25"));
 
-        // Same service and description again: refused. Another description: a second line.
-        e.triaServei(QStringLiteral("Neteja"));
-        e.setQuantitatLinia(QStringLiteral("1"));
-        QVERIFY(!e.afegeixServei());
-        QCOMPARE(n.missatges().last(), QStringLiteral("El servei/descripció ja existeix en la feina"));
-        e.setDescripcioLinia(QStringLiteral("Abrillantat"));
+        QVERIFY(!afegeix(e, "Neteja", "1")); // same service and description again: refused
+        QCOMPARE(n.darrer(), QString("El servei/descripció ja existeix en la feina"));
+        e.setDescripcioLinia("Abrillantat");
         e.setUnitatLinia(QString()); // an empty unit takes the service's own
         QVERIFY(e.afegeixServei());
-        QCOMPARE(e.linies().size(), 2);
-        QCOMPARE(e.linies().at(1).unitat, QStringLiteral("Hores"));
-        QCOMPARE(e.totalText(), QStringLiteral("3.098,75"));
-
-        // A line without description is handed back with the service's description.
-        e.triaServei(QStringLiteral("Desplaçament"));
-        QCOMPARE(e.descripcioLinia(), QString()); // the service has none, the place none either
-        e.setQuantitatLinia(QStringLiteral("10"));
-        QVERIFY(e.afegeixServei());
-        QCOMPARE(e.totalText(), QStringLiteral("3.102,25"));
+        QCOMPARE(e.linies().at(1).unitat, QString("Hores"));
+        QVERIFY(afegeix(e, "Desplaçament", "10"));
+        QCOMPARE(e.totalText(), QString("3.102,25"));
 
         e.treuLinia(0);
-        QCOMPARE(e.serveiLinia(), QStringLiteral("Neteja"));
-        QCOMPARE(e.descripcioLinia(), QStringLiteral("Neteja de l'oficina"));
-        QCOMPARE(e.quantitatLinia(), QStringLiteral("2,5"));
-        QCOMPARE(e.preuLinia(), QStringLiteral("1234,50"));
-        QCOMPARE(e.totalText(), QStringLiteral("16,00"));
-        db.query(QStringLiteral("UPDATE Serveis SET serveis_descripcio = 'Quilometratge' WHERE serveis_nom = 'Desplaçament'")).exec();
+        QCOMPARE(e.serveiLinia() + "|" + e.descripcioLinia() + "|" + e.quantitatLinia() + "|" + e.preuLinia(),
+                 QString("Neteja|Neteja de l'oficina|2,5|1234,50"));
+        QCOMPARE(e.totalText(), QString("16,00"));
+        // a line without description is handed back with the service's current one
+        n.db.exec("UPDATE Serveis SET serveis_descripcio = 'Quilometratge' WHERE serveis_nom = 'Desplaçament'");
         e.treuLinia(1);
-        QCOMPARE(e.descripcioLinia(), QStringLiteral("Quilometratge"));
-        QCOMPARE(e.unitatLinia(), QStringLiteral("Kms"));
+        QCOMPARE(e.descripcioLinia(), QString("Quilometratge"));
         e.treuLinia(0);
-        QVERIFY(e.linies().isEmpty());
-        QCOMPARE(e.totalText(), QStringLiteral("0,00"));
         e.treuLinia(0); // nothing left to take
-        QVERIFY(e.linies().isEmpty());
+        QCOMPARE(e.totalText(), QString("0,00"));
     }
 
     // The end time from the lines: one cell for an empty job, whole cells up, shared work halved
@@ -251,136 +182,87 @@ private slots:
     void endTimeFollowsLinesAndResource()
     {
         Negoci n;
-        Db &db = n.base.db;
-        const int id = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui, QStringLiteral("10:00"),
-                                          QStringLiteral("12:00"), QStringLiteral("Marta"));
-        Feina f = feinaDe(db, id);
+        n.feina("10:00", "12:00", "Marta");
         EditorFeina e = n.editor();
-        e.carrega(f);
         QCOMPARE(e.recalculaHoraFi(), 30);
-        QCOMPARE(e.horaFi(), QStringLiteral("10:30"));
+        QCOMPARE(e.horaFi(), QString("10:30"));
+        dades_prova::servei(n.db, "Minut", 1, false, 1.0, "Min");
+        QVERIFY(afegeix(e, "Neteja", "2") && afegeix(e, "Minut", "1") && afegeix(e, "Vidres", "1"));
+        QCOMPARE(e.horaFi(), QString("11:30")); // Marta alone: 2 x 30 + 1 + 15 common = 76 -> 90
+        e.triaRecurs("Equip");
+        QCOMPARE(e.horaFi(), QString("11:00")); // the team: 61 / 2 (rounded to even: 30) + 15 = 45 -> 60
+        n.db.exec("UPDATE Recursos SET recursos_assigna_temps = 0"); // a team none of whose members takes time
+        e.triaRecurs("Equip");
+        QCOMPARE(e.horaFi(), QString("11:30"));
 
-        // 61 minutes of work (2 x 30 + 1 x 1 through a custom service) take three cells.
-        dades_prova::servei(db, QStringLiteral("Minut"), 1, false, 1.0, QStringLiteral("Min"));
-        e.triaServei(QStringLiteral("Neteja"));
-        e.setQuantitatLinia(QStringLiteral("2"));
-        QVERIFY(e.afegeixServei());
-        QCOMPARE(e.horaFi(), QStringLiteral("11:00"));
-        e.triaServei(QStringLiteral("Minut"));
-        e.setQuantitatLinia(QStringLiteral("1"));
-        QVERIFY(e.afegeixServei());
-        QCOMPARE(e.horaFi(), QStringLiteral("11:30"));
-
-        // The team shares the non-common work: 2 x 30 / 2 + 1 / 2 (rounded to even: 30) = 30,
-        // plus 1 x 15 common = 45, up to 60.
-        e.triaServei(QStringLiteral("Vidres"));
-        e.setQuantitatLinia(QStringLiteral("1"));
-        QVERIFY(e.afegeixServei());
-        QCOMPARE(e.horaFi(), QStringLiteral("11:30")); // Marta alone: 61 + 15 = 76 -> 90
-        e.triaRecurs(QStringLiteral("Equip"));
-        QCOMPARE(e.horaFi(), QStringLiteral("11:00"));
-        // A team none of whose members takes time divides nothing.
-        db.query(QStringLiteral("UPDATE Recursos SET recursos_assigna_temps = 0")).exec();
-        e.triaRecurs(QStringLiteral("Equip"));
-        QCOMPARE(e.horaFi(), QStringLiteral("11:30"));
-        QVERIFY(n.ui.crides.isEmpty());
-
-        // Ending exactly at midnight is the day's end, not an overflow.
-        e.setHoraInici(QStringLiteral("22:30"));
-        e.triaRecurs(QStringLiteral("Marta"));
-        QCOMPARE(e.horaFi(), QStringLiteral("24:00"));
-        QVERIFY(n.ui.crides.isEmpty());
-        // Passing it ends at HoraFinal with the warning.
-        e.setHoraInici(QStringLiteral("23:00"));
-        e.triaRecurs(QStringLiteral("Marta"));
-        QCOMPARE(e.horaFi(), QStringLiteral("24:00"));
+        // ending exactly at midnight is the day's end; passing it ends there with the warning
+        e.setHoraInici("22:30");
+        e.triaRecurs("Marta");
+        QCOMPARE(e.horaFi() + n.darrer(), QString("24:00"));
+        e.setHoraInici("23:00");
+        e.triaRecurs("Marta");
+        QCOMPARE(e.horaFi(), QString("24:00"));
         QCOMPARE(n.ui.crides.size(), 1);
-        QCOMPARE(n.ui.crides.last().titol, QStringLiteral("AVÍS"));
-        QCOMPARE(n.ui.crides.last().text, QStringLiteral("L'hora final de la feina supera les 24:00h."));
-
+        QCOMPARE(n.darrer(), QString("L'hora final de la feina supera les 24:00h."));
     }
 
     // Each check stops the storing with its message and stores nothing; the order decides which
-    // message a job failing several checks gets.
+    // message a job failing several checks gets; the done tick is refused at once for what
+    // storing would refuse, today's job being no future one.
     void storingChecksInOrder()
     {
         Negoci n;
-        Db &db = n.base.db;
-        const int id = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui, QStringLiteral("10:00"),
-                                          QStringLiteral("11:00"));
-        const QString abans = filaFeina(db, id);
-        Feina f = feinaDe(db, id);
+        n.feina("10:00", "11:00");
+        const QString abans = n.fila();
         EditorFeina e = n.editor();
-        e.carrega(f);
-
-        e.setData(QStringLiteral("31/02/2024"));
-        e.setHoraInici(QStringLiteral("12:00")); // also wrong, but the date comes first
+        e.setData("31/02/2024");
+        e.setHoraInici("11:00"); // equal start and end, but the date comes first
         e.setFeta(true);
         QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Data incorrecta"));
-        QCOMPARE(e.data(), QStringLiteral("15/05/2024"));
+        QCOMPARE(n.darrer() + e.data(), QString("Data incorrecta15/05/2024"));
+        QVERIFY(!e.modifica());
+        QCOMPARE(n.darrer(), QString("Tram d'hores incorrecte"));
+        e.setHoraInici("10:00");
 
+        e.setData("16/05/2024"); // done without resource and without lines: the resource first
         QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Tram d'hores incorrecte"));
-        e.setHoraInici(QStringLiteral("11:00")); // equal start and end
+        QCOMPARE(n.darrer(), QString("Cal assignar recurs si la feina està feta"));
+        e.triaRecurs("Joan");
         QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Tram d'hores incorrecte"));
-        e.setHoraInici(QStringLiteral("10:00"));
+        QCOMPARE(n.darrer(), QString("Una feina feta ha de tenir serveis"));
+        QVERIFY(afegeix(e, "Desplaçament", "0"));
+        e.setHoraFi("11:00");
+        QVERIFY(!e.modifica());
+        QCOMPARE(n.darrer(), QString("Una feina futura no pot estar feta"));
+        e.setFeta(false);
+        QVERIFY(!e.marcaFeta(true) && !e.bloquejat());
+        e.setData("15/05/2024");
+        QVERIFY(e.marcaFeta(true) && e.bloquejat());
 
-        // Done without resource and without lines: the resource is asked for first.
-        e.setData(QStringLiteral("16/05/2024"));
+        const int crides = n.ui.crides.size(); // a total of 0 asks; No stores nothing
         QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Cal assignar recurs si la feina està feta"));
-        e.triaRecurs(QStringLiteral("Joan"));
-        QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Una feina feta ha de tenir serveis"));
-        e.triaServei(QStringLiteral("Desplaçament"));
-        e.setQuantitatLinia(QStringLiteral("0"));
-        QVERIFY(e.afegeixServei());
-        e.setHoraFi(QStringLiteral("11:00"));
-        QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Una feina futura no pot estar feta"));
+        QCOMPARE(n.ui.crides.size(), crides + 1);
+        QCOMPARE(n.ui.crides.last().tipus + n.darrer(), QString("preguntaEl import de la feina és 0. Modificar igualment?"));
+        QCOMPARE(n.fila(), abans);
+        QCOMPARE(n.linies(), QStringList());
+        QCOMPARE(n.f.missatge, QString());
 
-        // A total of 0 asks; No stores nothing.
-        e.setData(QStringLiteral("15/05/2024"));
-        const int preguntes = n.ui.crides.size();
-        QVERIFY(!e.modifica());
-        QCOMPARE(n.ui.crides.size(), preguntes + 1);
-        QCOMPARE(n.ui.crides.last().tipus, QStringLiteral("pregunta"));
-        QCOMPARE(n.ui.crides.last().titol, QStringLiteral("CONFIRMACIO"));
-        QCOMPARE(n.ui.crides.last().text, QStringLiteral("El import de la feina és 0. Modificar igualment?"));
-        QCOMPARE(filaFeina(db, id), abans);
-        QVERIFY(liniesGuardades(db, id).isEmpty());
-        QCOMPARE(f.missatge, QString());
-
-        // Yes stores the job, done, with an invoice date, and its line.
-        n.ui.respostes = {true};
-        e.setDataFactura(QStringLiteral("31/05/2024"));
+        n.ui.respostes = {true}; // Yes stores the job, done, with an invoice date, and its line
+        e.setDataFactura("31/05/2024");
         QVERIFY(e.modifica());
-        QCOMPARE(filaFeina(db, id), QStringLiteral("2024-05-15|10:00|11:00|Joan|1|2024-05-31|"));
-        QCOMPARE(liniesGuardades(db, id).size(), 1);
-        QCOMPARE(f.missatge, QStringLiteral("OK"));
-        QVERIFY(f.feines_feta);
-        QCOMPARE(f.feines_data_factura, QDate(2024, 5, 31));
+        QCOMPARE(n.fila(), QString("2024-05-15|10:00|11:00|Joan|1|2024-05-31|"));
+        QCOMPARE(n.linies(), QStringList{"Desplaçament|0|Kms"});
+        QVERIFY(n.f.feines_feta);
 
-        // Storing the done job again as done is the engine's refusal, shown as it comes.
-        EditorFeina e2 = n.editor();
-        Feina g = feinaDe(db, id);
-        e2.carrega(g);
-        QVERIFY(e2.bloquejat());
-        QVERIFY(!e2.esborraRecurs());
-        QCOMPARE(e2.recurs(), QStringLiteral("Joan"));
+        EditorFeina e2 = n.editor(); // stored again as done: the engine's refusal, shown as it comes
+        QVERIFY(e2.bloquejat() && !e2.esborraRecurs());
         n.ui.respostes = {true};
         QVERIFY(!e2.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("No es pot modificar una feina feta"));
-        QCOMPARE(g.missatge, QString());
-
-        // Undone, it loses its invoice date whatever the field says.
-        e2.setFeta(false);
-        QVERIFY(!e2.bloquejat());
+        QCOMPARE(n.darrer(), QString("No es pot modificar una feina feta"));
+        e2.setFeta(false); // undone, it loses its invoice date whatever the field says
         n.ui.respostes = {true};
         QVERIFY(e2.modifica());
-        QCOMPARE(filaFeina(db, id), QStringLiteral("2024-05-15|10:00|11:00|Joan|0|<null>|"));
+        QCOMPARE(n.fila(), QString("2024-05-15|10:00|11:00|Joan|0|-|"));
         QVERIFY(e2.esborraRecurs());
         QCOMPARE(e2.recurs(), QString());
     }
@@ -390,65 +272,40 @@ private slots:
     void jobAndLinesStoredTogether()
     {
         Negoci n;
-        Db &db = n.base.db;
-        const int id = dades_prova::feina(db, QStringLiteral("Oficina L'Estel"), kAvui, QStringLiteral("10:00"),
-                                          QStringLiteral("11:00"), QStringLiteral("Marta"));
-        afegeixLinia(db, id, QStringLiteral("Neteja"), QStringLiteral("Neteja de l'oficina"), 2, QStringLiteral("Hores"), 11.0);
-        // Joan works elsewhere from 14:00 to 15:00.
-        dades_prova::lloc(db, QStringLiteral("Magatzem"), 60);
-        dades_prova::feina(db, QStringLiteral("Magatzem"), kAvui, QStringLiteral("14:00"), QStringLiteral("15:00"), QStringLiteral("Joan"));
-        const QString abans = filaFeina(db, id);
-        const QList<Linia> liniesAbans = liniesGuardades(db, id);
-
-        Feina f = feinaDe(db, id);
-        const Feina original = f;
+        dades_prova::lloc(n.db, "Magatzem", 60);
+        dades_prova::feina(n.db, "Magatzem", kAvui, "14:00", "15:00", "Joan");
+        n.feina("10:00", "11:00", "Marta");
+        n.linia("Neteja", "Neteja de l'oficina", 2, "Hores", 11.0);
+        const QString abans = n.fila();
         EditorFeina e = n.editor();
-        e.carrega(f);
         e.treuLinia(0);
-        e.setQuantitatLinia(QStringLiteral("3"));
-        QVERIFY(e.afegeixServei());
-        e.triaServei(QStringLiteral("Vidres"));
-        e.setQuantitatLinia(QStringLiteral("4"));
-        QVERIFY(e.afegeixServei());
-        e.setHoraInici(QStringLiteral("14:30"));
-        e.triaRecurs(QStringLiteral("Joan"));
-        QCOMPARE(e.horaFi(), QStringLiteral("17:00"));
-        e.setObservacions(QStringLiteral("Canvi"));
+        e.setQuantitatLinia("3");
+        QVERIFY(e.afegeixServei() && afegeix(e, "Vidres", "4"));
+        e.setHoraInici("14:30");
+        e.triaRecurs("Joan");
+        e.setObservacions("Canvi");
+        QVERIFY(!e.modifica()); // Joan works elsewhere from 14:00 to 15:00
+        QCOMPARE(n.darrer(), QString("Solapament de recursos: Joan"));
+        QCOMPARE(n.fila(), abans);
+        QCOMPARE(n.linies(), QStringList{"Neteja|2|Hores"});
+        QCOMPARE(n.f.missatge, QString());
 
+        e.setHoraInici("15:00"); // now the lines cannot be written: the job stays as it was too
+        e.triaRecurs("Joan");
+        n.db.exec("CREATE TRIGGER prova_falla BEFORE INSERT ON Feines_Detall WHEN NEW.serveis_nom = 'Vidres'"
+                  " BEGIN SELECT RAISE(ABORT, 'linia rebutjada'); END");
         QVERIFY(!e.modifica());
-        QCOMPARE(n.missatges().last(), QStringLiteral("Solapament de recursos: Joan"));
-        QCOMPARE(filaFeina(db, id), abans);
-        QCOMPARE(liniesGuardades(db, id).size(), liniesAbans.size());
-        QCOMPARE(f.feines_hora_inici, original.feines_hora_inici);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(n.ui.crides.last().tipus, QString("error"));
+        QVERIFY(n.darrer().contains("linia rebutjada"));
+        QCOMPARE(n.fila(), abans);
+        QCOMPARE(n.linies(), QStringList{"Neteja|2|Hores"});
+        QCOMPARE(n.db.transactionDepth(), 0);
 
-        // Now the lines cannot be written: the job stays as it was too.
-        e.setHoraInici(QStringLiteral("15:00"));
-        e.triaRecurs(QStringLiteral("Joan"));
-        db.exec(QStringLiteral("CREATE TRIGGER prova_falla BEFORE INSERT ON Feines_Detall"
-                               " WHEN NEW.serveis_nom = 'Vidres' BEGIN SELECT RAISE(ABORT, 'linia rebutjada'); END"));
-        QVERIFY(!e.modifica());
-        QCOMPARE(n.ui.crides.last().tipus, QStringLiteral("error"));
-        QVERIFY(n.ui.crides.last().text.startsWith(QStringLiteral("Error:")));
-        QVERIFY(n.ui.crides.last().text.contains(QStringLiteral("linia rebutjada")));
-        QCOMPARE(filaFeina(db, id), abans);
-        const QList<Linia> despres = liniesGuardades(db, id);
-        QCOMPARE(despres.size(), 1);
-        QCOMPARE(despres.at(0).quantitat, 2.0);
-        QCOMPARE(db.transactionDepth(), 0);
-
-        // With the obstacle gone, both are stored.
-        db.exec(QStringLiteral("DROP TRIGGER prova_falla"));
+        n.db.exec("DROP TRIGGER prova_falla"); // with the obstacle gone, both are stored
         QVERIFY(e.modifica());
-        QCOMPARE(filaFeina(db, id), QStringLiteral("2024-05-15|15:00|17:30|Joan|0|<null>|Canvi"));
-        const QList<Linia> ara = liniesGuardades(db, id);
-        QCOMPARE(ara.size(), 2);
-        QCOMPARE(ara.at(0).servei, QStringLiteral("Neteja"));
-        QCOMPARE(ara.at(0).quantitat, 3.0);
-        QCOMPARE(ara.at(1).servei, QStringLiteral("Vidres"));
-        QCOMPARE(ara.at(1).unitat, QStringLiteral("Unitats"));
-        QCOMPARE(f.missatge, QStringLiteral("OK"));
-        QCOMPARE(f.feines_observacions, QStringLiteral("Canvi"));
+        QCOMPARE(n.fila(), QString("2024-05-15|15:00|17:30|Joan|0|-|Canvi"));
+        QCOMPARE(n.linies(), (QStringList{"Neteja|3|Hores", "Vidres|4|Unitats"}));
+        QCOMPARE(n.f.missatge, QString("OK"));
     }
 };
 

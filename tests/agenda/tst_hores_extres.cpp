@@ -35,7 +35,24 @@ QList<FranjaHores> franges(const QStringList &feines, int minutsCella = 30)
 
 int files(Db &db)
 {
-    return static_cast<int>(dades_prova::valor(db, QStringLiteral("SELECT COUNT(*) FROM Hores_Fetes")));
+    return int(dades_prova::valor(db, "SELECT COUNT(*) FROM Hores_Fetes"));
+}
+
+// Two workers whose time counts (Marta, Oriol), one whose time does not (Pere), a team of the
+// first two, two places.
+void personal(Db &db)
+{
+    dades_prova::recurs(db, "Marta", 1);
+    dades_prova::recurs(db, "Oriol", 2);
+    dades_prova::recurs(db, "Pere", 3, false);
+    dades_prova::grup(db, "Equip", 4, {"Marta", "Oriol"});
+    dades_prova::lloc(db, "Oficina", 60);
+    dades_prova::lloc(db, "Escala", 60);
+}
+
+void feina(Db &db, const QDate &dia, const char *lloc, const char *inici, const char *fi, const char *recurs = "")
+{
+    dades_prova::feina(db, QString::fromUtf8(lloc), dia, QString::fromUtf8(inici), QString::fromUtf8(fi), QString::fromUtf8(recurs));
 }
 
 } // namespace
@@ -47,95 +64,72 @@ private slots:
     // The proposal by counting mode, weekday, weekend settings and lunch break. Counting slots,
     // only occupied slots count, whole; counting the span, the gaps between two jobs count too,
     // except the lunch break, and nothing before the first job or after the last does.
-    void proposal_data()
+    void proposal()
     {
-        QTest::addColumn<QStringList>("feines");
-        QTest::addColumn<bool>("perFranges");
-        QTest::addColumn<QDate>("dia");
-        QTest::addColumn<QString>("ajust"); // "" or one setting changed: "HoresDia=2", "Dissabtes=0", ...
-        QTest::addColumn<double>("esperat");
         const QStringList jornada{"08:00-12:00", "15:00-19:30"}; // 17 slots
         const QStringList ambBuit{"08:00-10:00", "11:00-12:00"};
         const QStringList ambDinar{"09:00-13:00", "16:00-18:00"}; // gap 13:00-16:00
-        QTest::newRow("slots, weekday") << jornada << true << kDimecres << "" << 0.5;
-        QTest::newRow("slots, Saturday extra") << jornada << true << kDissabte << "" << 8.5;
-        QTest::newRow("slots, Sunday extra") << jornada << true << kDiumenge << "" << 8.5;
-        QTest::newRow("slots, Saturday not extra") << jornada << true << kDissabte << "Dissabtes=0" << 0.5;
-        QTest::newRow("slots, Sunday not extra") << jornada << true << kDiumenge << "Diumenges=0" << 0.5;
-        QTest::newRow("slots, Saturday rule on Sunday") << jornada << true << kDiumenge << "Dissabtes=0" << 8.5;
-        QTest::newRow("short day is 0, never less") << QStringList{"09:10-09:20"} << true << kDimecres << "" << 0.0;
-        QTest::newRow("short job takes its slot") << QStringList{"09:10-09:20"} << true << kDimecres << "HoresDia=0,25" << 0.25;
-        QTest::newRow("whole day") << QStringList{"00:00-24:00"} << true << kDimecres << "" << 16.0;
-        QTest::newRow("hour slots") << QStringList{"08:30-09:30"} << true << kDissabte << "Cella=60" << 2.0;
-        QTest::newRow("no jobs") << QStringList{} << true << kDissabte << "" << 0.0;
-        QTest::newRow("slots ignore gaps") << ambBuit << true << kDimecres << "HoresDia=2" << 1.0;
-        QTest::newRow("span fills the gap, Saturday") << ambBuit << false << kDissabte << "" << 4.0;
-        QTest::newRow("span skips lunch") << ambDinar << false << kDiumenge << "" << 7.5;
-        QTest::newRow("span skips lunch, weekday") << ambDinar << false << kDimecres << "HoresDia=6" << 1.5;
-        QTest::newRow("span, nothing after the last job") << QStringList{"09:00-13:00"} << false << kDissabte << "" << 4.0;
-        QTest::newRow("span, nothing before the first job") << QStringList{"20:00-21:00"} << false << kDissabte << "" << 1.0;
-        // 1 + 0,5 (13:00-13:30) + 0,5 + 1 (15:00-16:00) + 0,5
-        QTest::newRow("span, job inside lunch") << QStringList{"12:00-13:00", "14:00-14:30", "16:00-16:30"} << false
-                                                << kDissabte << "" << 3.5;
-        QTest::newRow("span, other lunch") << QStringList{"09:00-11:00", "14:00-15:00"} << false << kDissabte
-                                           << "Dinar=12:00-12:30" << 5.5;
-        QTest::newRow("slots, other lunch") << QStringList{"09:00-11:00", "14:00-15:00"} << true << kDissabte
-                                            << "Dinar=12:00-12:30" << 3.0;
-    }
-
-    void proposal()
-    {
-        QFETCH(QStringList, feines);
-        QFETCH(bool, perFranges);
-        QFETCH(QDate, dia);
-        QFETCH(QString, ajust);
-        QFETCH(double, esperat);
-        Configuracio cfg;
-        cfg.CalculxHores = perFranges;
-        const QString clau = ajust.section(QLatin1Char('='), 0, 0);
-        const QString valor = ajust.section(QLatin1Char('='), 1);
-        if (clau == QLatin1String("HoresDia"))
-            QVERIFY(format::llegeixReal(valor, &cfg.HoresDia));
-        else if (clau == QLatin1String("Dissabtes"))
-            cfg.DissabtesExtra = false;
-        else if (clau == QLatin1String("Diumenges"))
-            cfg.DiumengesExtra = false;
-        else if (clau == QLatin1String("Cella"))
-            cfg.MinutsCella = valor.toInt();
-        else if (clau == QLatin1String("Dinar")) {
-            cfg.HoraIniciDinar = valor.section(QLatin1Char('-'), 0, 0);
-            cfg.HoraFinalDinar = valor.section(QLatin1Char('-'), 1);
+        const struct {
+            const char *nom;
+            QStringList feines;
+            bool perFranges;
+            QDate dia;
+            QString ajust; // "" or one setting changed: "HoresDia=2", "Dissabtes=0", ...
+            double esperat;
+        } casos[] = {
+            {"slots, weekday", jornada, true, kDimecres, "", 0.5},
+            {"slots, Saturday extra", jornada, true, kDissabte, "", 8.5},
+            {"slots, Saturday not extra", jornada, true, kDissabte, "Dissabtes=0", 0.5},
+            {"slots, Sunday not extra", jornada, true, kDiumenge, "Diumenges=0", 0.5},
+            {"slots, Saturday rule on Sunday", jornada, true, kDiumenge, "Dissabtes=0", 8.5},
+            {"short day is 0, never less", {"09:10-09:20"}, true, kDimecres, "", 0.0},
+            {"short job takes its slot", {"09:10-09:20"}, true, kDimecres, "HoresDia=0,25", 0.25},
+            {"hour slots", {"08:30-09:30"}, true, kDissabte, "Cella=60", 2.0},
+            {"slots ignore gaps", ambBuit, true, kDimecres, "HoresDia=2", 1.0},
+            {"span fills the gap", ambBuit, false, kDissabte, "", 4.0},
+            {"span skips lunch", ambDinar, false, kDiumenge, "", 7.5},
+            {"span, nothing before or after", {"20:00-21:00"}, false, kDissabte, "", 1.0},
+            // 1 + 0,5 (13:00-13:30) + 0,5 + 1 (15:00-16:00) + 0,5
+            {"span, job inside lunch", {"12:00-13:00", "14:00-14:30", "16:00-16:30"}, false, kDissabte, "", 3.5},
+            {"span, other lunch", {"09:00-11:00", "14:00-15:00"}, false, kDissabte, "Dinar=12:00-12:30", 5.5},
+        };
+        for (const auto &c : casos) {
+            Configuracio cfg;
+            cfg.CalculxHores = c.perFranges;
+            const QString clau = c.ajust.section('=', 0, 0), valor = c.ajust.section('=', 1);
+            if (clau == "HoresDia")
+                QVERIFY(format::llegeixReal(valor, &cfg.HoresDia));
+            cfg.DissabtesExtra = clau != "Dissabtes";
+            cfg.DiumengesExtra = clau != "Diumenges";
+            if (clau == "Cella")
+                cfg.MinutsCella = valor.toInt();
+            if (clau == "Dinar") {
+                cfg.HoraIniciDinar = valor.section('-', 0, 0);
+                cfg.HoraFinalDinar = valor.section('-', 1);
+            }
+            const double hores = Calcula_Hores_Extres(franges(c.feines, cfg.MinutsCella), cfg, c.dia);
+            QVERIFY2(hores == c.esperat, qPrintable(QStringLiteral("%1: %2").arg(c.nom).arg(hores)));
         }
-        QCOMPARE(Calcula_Hores_Extres(franges(feines, cfg.MinutsCella), cfg, dia), esperat);
     }
 
-    // The proposal read from the day view of the agenda: each worker's first column, a group's
-    // job in each member's column, a worker with no job that day.
+    // The proposal read from the day view: each worker's first column, a group's job in each
+    // member's column; no column, no proposal.
     void proposalFromTheAgenda()
     {
         BaseProva b;
-        Db &db = b.db;
-        dades_prova::recurs(db, QStringLiteral("Marta"), 1);
-        dades_prova::recurs(db, QStringLiteral("Oriol"), 2);
-        dades_prova::grup(db, QStringLiteral("Equip"), 3, {QStringLiteral("Marta"), QStringLiteral("Oriol")});
-        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
-        dades_prova::lloc(db, QStringLiteral("Escala"), 60);
-        dades_prova::feina(db, QStringLiteral("Oficina"), kDissabte, QStringLiteral("08:00"), QStringLiteral("12:00"), QStringLiteral("Marta"));
-        // Overlaps Marta's own job: drawn in a second Marta column, which the proposal ignores.
-        dades_prova::feina(db, QStringLiteral("Escala"), kDissabte, QStringLiteral("11:00"), QStringLiteral("13:00"), QStringLiteral("Equip"));
-        dades_prova::feina(db, QStringLiteral("Escala"), kDissabte, QStringLiteral("16:00"), QStringLiteral("16:10"), QStringLiteral("Marta"));
-
-        ModelAgenda model(db, b.cfg);
+        personal(b.db);
+        feina(b.db, kDissabte, "Oficina", "08:00", "12:00", "Marta");
+        // overlaps Marta's own job: drawn in a second Marta column, which the proposal ignores
+        feina(b.db, kDissabte, "Escala", "11:00", "13:00", "Equip");
+        feina(b.db, kDissabte, "Escala", "16:00", "16:10", "Marta");
+        ModelAgenda model(b.db, b.cfg);
         model.Construeix_Agenda(EstatAgenda(VistaAgenda::Dia, kDissabte, b.cfg.PrimerDiaSetmana));
-        const int marta = columnaRecurs(model, QStringLiteral("MARTA"));
-        const int oriol = columnaRecurs(model, QStringLiteral("Oriol"));
-        QVERIFY(marta > 0 && oriol > 0 && marta != oriol);
-        QCOMPARE(model.recursColumna(marta), QStringLiteral("Marta"));
-        QCOMPARE(columnaRecurs(model, QStringLiteral("Equip")), 0);
-        QCOMPARE(columnaRecurs(model, QString()), 0);
-
-        // Marta's first column: 08:00-12:00 and 16:00-16:30 (a short job takes its slot).
-        QCOMPARE(Calcula_Hores_Extres(model, marta, b.cfg, kDissabte), 4.5);
+        const int marta = columnaRecurs(model, "MARTA");
+        const int oriol = columnaRecurs(model, "Oriol");
+        QCOMPARE(QPoint(marta, oriol), QPoint(1, 3));
+        QVERIFY(EditorHores(b.db, b.cfg, model).potObrir(marta, true)); // the first column opens
+        QCOMPARE(columnaRecurs(model, "Equip") + columnaRecurs(model, QString()), 0);
+        QCOMPARE(Calcula_Hores_Extres(model, marta, b.cfg, kDissabte), 4.5); // 08:00-12:00 and 16:00-16:30
         QCOMPARE(Calcula_Hores_Extres(model, oriol, b.cfg, kDissabte), 2.0);
         b.cfg.CalculxHores = false; // 12:00-13:30 and 15:00-16:00 between the jobs count too
         QCOMPARE(Calcula_Hores_Extres(model, marta, b.cfg, kDissabte), 7.0);
@@ -147,108 +141,69 @@ private slots:
     void overtimeEditorOpensAndCommits()
     {
         BaseProva b;
-        Db &db = b.db;
-        dades_prova::recurs(db, QStringLiteral("Marta"), 1, true);
-        dades_prova::recurs(db, QStringLiteral("Pere"), 2, false);
-        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
-        dades_prova::lloc(db, QStringLiteral("Escala"), 60);
-        dades_prova::feina(db, QStringLiteral("Oficina"), kDimecres, QStringLiteral("08:00"), QStringLiteral("12:00"), QStringLiteral("Marta"));
-        dades_prova::feina(db, QStringLiteral("Escala"), kDimecres, QStringLiteral("15:00"), QStringLiteral("19:30"), QStringLiteral("Marta"));
-        dades_prova::feina(db, QStringLiteral("Escala"), kDimecres, QStringLiteral("08:00"), QStringLiteral("09:00"), QStringLiteral("Pere"));
-        dades_prova::feina(db, QStringLiteral("Oficina"), kDimecres, QStringLiteral("13:00"), QStringLiteral("14:00"));
-
-        ModelAgenda model(db, b.cfg);
+        personal(b.db);
+        feina(b.db, kDimecres, "Oficina", "08:00", "12:00", "Marta");
+        feina(b.db, kDimecres, "Escala", "15:00", "19:30", "Marta");
+        feina(b.db, kDimecres, "Escala", "08:00", "09:00", "Pere");
+        feina(b.db, kDimecres, "Oficina", "13:00", "14:00");
+        ModelAgenda model(b.db, b.cfg);
         model.Construeix_Agenda(EstatAgenda(VistaAgenda::Dia, kDimecres, b.cfg.PrimerDiaSetmana));
-        const int marta = columnaRecurs(model, QStringLiteral("Marta"));
-        const int pere = columnaRecurs(model, QStringLiteral("Pere"));
-        int senseRecurs = 0, buida = 0;
-        for (int c = 1; c < model.columnes(); ++c) {
-            if (model.text(0, c) == b.cfg.TexteNoAsignada)
-                senseRecurs = c;
-            else if (!model.columnaUsada(c) && !buida)
-                buida = c;
-        }
-        QVERIFY(marta && pere && senseRecurs && buida);
+        const int marta = columnaRecurs(model, "Marta"), pere = columnaRecurs(model, "Pere");
+        QCOMPARE(QPoint(marta, pere), QPoint(2, 3)); // after the unassigned column
 
-        EditorHores ed(db, b.cfg, model);
-        // The unassigned column and an unused one never open; a worker whose time does not count
-        // opens with Enter but not with a click.
+        EditorHores ed(b.db, b.cfg, model);
+        // the unassigned column and an unused one never open; a worker whose time does not count
+        // opens with Enter but not with a click
         for (bool clic : {true, false}) {
-            QVERIFY(!ed.potObrir(senseRecurs, clic));
-            QVERIFY(!ed.potObrir(buida, clic));
-            QVERIFY(!ed.potObrir(0, clic));
+            QVERIFY(!ed.potObrir(0, clic) && !ed.potObrir(1, clic) && !ed.potObrir(4, clic) && !ed.potObrir(model.columnes(), clic));
             QVERIFY(ed.potObrir(marta, clic));
+            QCOMPARE(ed.potObrir(pere, clic), !clic);
         }
         QVERIFY(!ed.obre(pere, true));
-        QVERIFY(!ed.visible());
-        QVERIFY(ed.potObrir(pere, false));
         QCOMPARE(ed.confirma(), QString()); // hidden: nothing to commit
-        QCOMPARE(files(db), 0);
 
-        // Opened on the proposal, selected; the user's value is stored for the column's worker.
-        QVERIFY(ed.obre(marta, true));
-        QVERIFY(ed.visible());
-        QVERIFY(ed.seleccionat());
-        QCOMPARE(ed.text(), QStringLiteral("0,50"));
-        ed.setText(QStringLiteral("1,5"));
-        QCOMPARE(ed.confirma(), QStringLiteral("1,50"));
+        QVERIFY(ed.obre(marta, true)); // on the proposal, selected; stored for the column's worker
+        QVERIFY(ed.visible() && ed.seleccionat());
+        QCOMPARE(ed.text(), QString("0,50"));
+        ed.setText("1,5");
+        QCOMPARE(ed.confirma(), QString("1,50"));
         QVERIFY(!ed.visible());
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
-
-        // Opened by a typed digit: the digit starts the value; Escape stores nothing.
-        QVERIFY(ed.obre(marta, false, QStringLiteral("2")));
-        QVERIFY(!ed.seleccionat());
-        QCOMPARE(ed.text(), QStringLiteral("2"));
+        QVERIFY(ed.obre(marta, false, "2")); // opened by a typed digit; Escape stores nothing
+        QCOMPARE(ed.text() + (ed.seleccionat() ? "+" : ""), QString("2"));
         ed.cancela();
-        QVERIFY(!ed.visible());
         QCOMPARE(ed.confirma(), QString());
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
+        QCOMPARE(Hores_Fetes(b.db, "Marta", kDimecres), 1.5);
+        QVERIFY(ed.obre(pere, false, "\r")); // Enter opens on the proposal too
+        QCOMPARE(ed.text(), QString("0,00"));
 
-        // Enter opens on the proposal too (the blank and control keys are no typing).
-        QVERIFY(ed.obre(pere, false, QStringLiteral("\r")));
-        QCOMPARE(ed.text(), QStringLiteral("0,00"));
-        ed.setText(QStringLiteral("0,75"));
-        QCOMPARE(ed.confirma(), QStringLiteral("0,75"));
-        QCOMPARE(files(db), 2);
-
-        // Outside the day view there is no overtime row.
-        ModelAgenda setmana(db, b.cfg);
+        ModelAgenda setmana(b.db, b.cfg); // outside the day view there is no overtime row
         setmana.Construeix_Agenda(EstatAgenda(VistaAgenda::Setmana, kDimecres, b.cfg.PrimerDiaSetmana));
-        EditorHores ed2(db, b.cfg, setmana);
-        QVERIFY(!ed2.obre(1, false));
+        QVERIFY(!EditorHores(b.db, b.cfg, setmana).obre(1, false));
     }
 
-    // One row per worker and day; 0 removes it; names compare without regard to case.
+    // One row per worker and day; 0 or a non-number removes it; names compare without regard
+    // to case.
     void storesOneRowPerWorkerAndDay()
     {
         BaseProva b;
         Db &db = b.db;
-        Grava_Hores_Fetes(db, 0.0, QStringLiteral("Marta"), kDimecres);
+        Grava_Hores_Fetes(db, 0.0, "Marta", kDimecres);
         QCOMPARE(files(db), 0);
-        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("1,5"))), QStringLiteral("Marta"), kDimecres);
-        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("1,5"))), QStringLiteral("Marta"), kDimecres);
+        Grava_Hores_Fetes(db, 1.5, "Marta", kDimecres);
+        Grava_Hores_Fetes(db, 2.25, "MARTA", kDimecres);
         QCOMPARE(files(db), 1);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 1.5);
-        Grava_Hores_Fetes(db, 2.25, QStringLiteral("MARTA"), kDimecres);
-        QCOMPARE(files(db), 1);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("marta"), kDimecres), 2.25);
-        Grava_Hores_Fetes(db, 1.0, QStringLiteral("Marta"), kDissabte);
-        Grava_Hores_Fetes(db, 3.0, QStringLiteral("L'Àngels"), kDimecres);
+        QCOMPARE(Hores_Fetes(db, "marta", kDimecres), 2.25);
+        Grava_Hores_Fetes(db, 1.0, "Marta", kDissabte);
+        Grava_Hores_Fetes(db, 3.0, "L'Àngels", kDimecres);
         QCOMPARE(files(db), 3);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("L'ÀNGELS"), kDimecres), 3.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), kDimecres), 0.0);
+        QCOMPARE(Hores_Fetes(db, "L'ÀNGELS", kDimecres), 3.0);
 
-        // What the overtime cell makes of what was typed.
-        QCOMPARE(textHores(QStringLiteral("1,555")), QStringLiteral("1,56"));
-        QCOMPARE(textHores(QStringLiteral("molt")), QStringLiteral("0,00"));
-        QCOMPARE(textHores(QString()), QStringLiteral("0,00"));
-        QCOMPARE(valorHores(QStringLiteral("1.234,50")), 1234.5);
-
-        // A non-number is stored as 0: the row goes.
-        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("x"))), QStringLiteral("Marta"), kDimecres);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), kDimecres), 0.0);
-        Grava_Hores_Fetes(db, valorHores(textHores(QStringLiteral("0"))), QStringLiteral("Marta"), kDissabte);
-        QCOMPARE(files(db), 1);
+        // what the overtime cell makes of what was typed
+        QCOMPARE(textHores("1,555"), "1,56");
+        QCOMPARE(textHores("molt"), "0,00");
+        QCOMPARE(valorHores("1.234,50"), 1234.5);
+        Grava_Hores_Fetes(db, valorHores(textHores("x")), "Marta", kDimecres);
+        QCOMPARE(files(db), 2);
         QCOMPARE(db.transactionDepth(), 0);
     }
 
@@ -258,50 +213,37 @@ private slots:
     {
         BaseProva b;
         Db &db = b.db;
-        dades_prova::recurs(db, QStringLiteral("Marta"), 1);
-        dades_prova::recurs(db, QStringLiteral("Joan"), 2);
-        dades_prova::recurs(db, QStringLiteral("Pere"), 3);
-        dades_prova::grup(db, QStringLiteral("Equip"), 4, {QStringLiteral("Marta"), QStringLiteral("Joan")});
-        dades_prova::grup(db, QStringLiteral("Buit"), 5, {});
-        dades_prova::lloc(db, QStringLiteral("Oficina"), 60);
+        personal(db);
+        dades_prova::grup(db, "Buit", 5, {});
         const QDate d1(2024, 12, 2), d2(2024, 12, 3), d3(2024, 12, 31), gener(2025, 1, 1), novembre(2024, 11, 30);
-        dades_prova::feina(db, QStringLiteral("Oficina"), d1, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Equip"));
-        dades_prova::feina(db, QStringLiteral("Oficina"), d2, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("joan"));
-        dades_prova::feina(db, QStringLiteral("Oficina"), d3, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Buit"));
-        dades_prova::feina(db, QStringLiteral("Oficina"), d3, QStringLiteral("11:00"), QStringLiteral("12:00"));
-
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Marta"), d1);  // through the group: stays
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Joan"), d1);   // through the group: stays
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), d1);   // no job: goes
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Equip"), d1);  // the group itself is no worker: goes
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Joan"), d2);   // own job (other case): stays
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Marta"), d2);  // no job that day: goes
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Buit"), d3);   // a group without members works as itself
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), d3);   // an unassigned job justifies nobody
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), gener);
-        Grava_Hores_Fetes(db, 1, QStringLiteral("Pere"), novembre);
-
-        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("13/2024")), -1);
-        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("desembre")), -1);
-        QCOMPARE(files(db), 10);
-
-        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("12/2024")), 4);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), d1), 1.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), d1), 1.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), d1), 0.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Equip"), d1), 0.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Joan"), d2), 1.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Marta"), d2), 0.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Buit"), d3), 1.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), d3), 0.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), gener), 1.0);
-        QCOMPARE(Hores_Fetes(db, QStringLiteral("Pere"), novembre), 1.0);
-
-        // The following January and the previous November are months of their own.
+        feina(db, d1, "Oficina", "09:00", "10:00", "Equip");
+        feina(db, d2, "Oficina", "09:00", "10:00", "oriol");
+        feina(db, d3, "Oficina", "09:00", "10:00", "Buit");
+        feina(db, d3, "Oficina", "11:00", "12:00");
+        const struct {
+            const char *recurs;
+            QDate dia;
+            bool queda;
+        } entrades[] = {
+            {"Marta", d1, true},     // through the group
+            {"Pere", d1, false},     // no job
+            {"Equip", d1, false},    // the group itself is no worker
+            {"Oriol", d2, true},     // own job, named in another case
+            {"Marta", d2, false},    // no job that day
+            {"Buit", d3, true},      // a group without members works as itself
+            {"Pere", d3, false},     // an unassigned job justifies nobody
+            {"Pere", gener, true},   // another month
+            {"Pere", novembre, true} // another month
+        };
+        for (const auto &e : entrades)
+            Grava_Hores_Fetes(db, 1, QString::fromUtf8(e.recurs), e.dia);
+        QCOMPARE(Borra_hores_extres_erronies(db, "13/2024"), -1);
+        QCOMPARE(files(db), 9);
+        QCOMPARE(Borra_hores_extres_erronies(db, "12/2024"), 4);
+        for (const auto &e : entrades)
+            QVERIFY2(Hores_Fetes(db, QString::fromUtf8(e.recurs), e.dia) == (e.queda ? 1.0 : 0.0), e.recurs);
         QCOMPARE(Borra_hores_extres_erronies(db, 1, 2025), 1);
         QCOMPARE(Borra_hores_extres_erronies(db, 11, 2024), 1);
-        QCOMPARE(files(db), 4);
-        QCOMPARE(Borra_hores_extres_erronies(db, QStringLiteral("12/2024")), 0);
     }
 };
 
