@@ -35,6 +35,13 @@ qint64 feines(Db &db)
     return valor(db, QStringLiteral("SELECT COUNT(*) FROM Feines"));
 }
 
+// Each operation's answer: the message it leaves in the record ("" when done).
+QString grava(MotorFeines &m, Feina &f, bool estricte)
+{
+    m.Grava_Feina(f, estricte);
+    return f.missatge;
+}
+
 } // namespace
 
 class TestFeinesGrava : public QObject {
@@ -73,8 +80,7 @@ private slots:
         MotorFeines m(b.db, b.cfg);
 
         Feina f = nova(QStringLiteral("àtic gran"), inici);
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, solapa ? QStringLiteral("Solapament de llocs a ÀTIC GRAN") : QString());
+        QCOMPARE(grava(m, f, true), solapa ? QStringLiteral("Solapament de llocs a ÀTIC GRAN") : QString());
         QCOMPARE(feines(b.db), solapa ? 3 : 4);
     }
 
@@ -116,8 +122,7 @@ private slots:
         MotorFeines m(b.db, b.cfg);
 
         Feina f = nova(QStringLiteral("Oficina"), inici, demanat);
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, missatge);
+        QCOMPARE(grava(m, f, true), missatge);
         QCOMPARE(feines(b.db), missatge.isEmpty() ? 5 : 4);
         if (f.feines_id != 0) { // out of the way of the same job, created again below
             Feina e;
@@ -126,8 +131,7 @@ private slots:
         }
 
         Feina g = nova(QStringLiteral("Oficina"), inici, demanat);
-        m.Grava_Feina(g, false);
-        QCOMPARE(g.missatge, QString());
+        QCOMPARE(grava(m, g, false), QString());
         QCOMPARE(g.recursos_nom, missatge.isEmpty() ? demanat : QString());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {g.feines_id}),
                  missatge.isEmpty() ? 0 : 1);
@@ -143,33 +147,30 @@ private slots:
         feina(b.db, QStringLiteral("Oficina"), kDia, QStringLiteral("18:00"), QStringLiteral("20:00"), QStringLiteral("Marta"));
         MotorFeines m(b.db, b.cfg);
 
+        // A start that is not a time of day is a failure of the operation.
+        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("9h"));
+        QVERIFY(grava(m, f, true).startsWith(QStringLiteral("Error en Grava_Feina:")));
         // A missing place is the first thing refused.
-        Feina f = nova(QStringLiteral("Golf"), QStringLiteral("19:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Lloc 'Golf' inexistent"));
+        f = nova(QStringLiteral("Golf"), QStringLiteral("19:00"), QStringLiteral("Marta"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Lloc 'Golf' inexistent"));
         // The day limit comes before any collision (place and resource both collide here), and
         // before the unknown default resource.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("19:00"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("L'hora final de la feina supera les 20:00h."));
+        QCOMPARE(grava(m, f, true), QStringLiteral("L'hora final de la feina supera les 20:00h."));
         // Ending exactly at the limit is allowed; then the place collision is next.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("18:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a OFICINA"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Solapament de llocs a OFICINA"));
         // Then the resource: the place's default, which does not exist.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"));
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Ningú"));
+        QCOMPARE(grava(m, f, false), QStringLiteral("Recurs no trobat:Ningú"));
         // A missing resource refuses even when not strict.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Joan"));
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Joan"));
+        QCOMPARE(grava(m, f, false), QStringLiteral("Recurs no trobat:Joan"));
         QCOMPARE(feines(b.db), 1);
         // The record is reusable: a success clears the previous message.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Marta"));
         f.missatge = QStringLiteral("vell");
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(grava(m, f, true), QString());
     }
 
     // A job that would run past midnight ends at 24:00, and still blocks the place until then.
@@ -179,13 +180,11 @@ private slots:
         lloc(b.db, QStringLiteral("Nit"), 60);
         MotorFeines m(b.db, b.cfg);
         Feina f = nova(QStringLiteral("Nit"), QStringLiteral("23:30"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(grava(m, f, true), QString());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_hora_fi = '24:00'")), 1);
         b.cfg.PermetSolaparLlocs = false;
         f = nova(QStringLiteral("Nit"), QStringLiteral("23:45"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a NIT"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Solapament de llocs a NIT"));
     }
 
     void storedJobAndRecord()
@@ -202,13 +201,22 @@ private slots:
         llocServei(b.db, QStringLiteral("Altre"), QStringLiteral("Vidres"), 1, 9);
         MotorFeines m(b.db, b.cfg);
 
+        // The job's row goes in, then copying its service lines fails: nothing half-done is left
+        // behind, not even the counter.
+        b.db.exec(QStringLiteral("CREATE TRIGGER avaria BEFORE INSERT ON Feines_Detall BEGIN SELECT RAISE(ABORT, 'disc ple'); END"));
         Feina f = nova(QStringLiteral("L'Estel"), QStringLiteral("08:00"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Error en Grava_Feina:disc ple"));
+        QCOMPARE(feines(b.db), 0);
+        QCOMPARE(b.db.transactionDepth(), 0);
+        b.db.exec(QStringLiteral("DROP TRIGGER avaria"));
+
+        f = nova(QStringLiteral("L'Estel"), QStringLiteral("08:00"));
         f.feines_hora_fi = QStringLiteral("23:00"); // ignored: the end comes from the place
         f.feines_feta = true;
         f.feines_observacions = QStringLiteral("vell");
         f.feines_data_factura = kDia;
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(grava(m, f, false), QString());
+        QCOMPARE(f.feines_id, 1);
         QCOMPARE(f.feines_hora_fi, QStringLiteral("09:30"));
         QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol")); // the place's default
         QVERIFY(!f.feines_feta);
@@ -225,8 +233,7 @@ private slots:
 
         // A place with no services gives a job with no lines; no default resource leaves it unassigned.
         Feina g = nova(QStringLiteral("Buit"), QStringLiteral("08:00"));
-        m.Grava_Feina(g, true);
-        QCOMPARE(g.missatge, QString());
+        QCOMPARE(grava(m, g, true), QString());
         QVERIFY(g.feines_id > f.feines_id);
         QCOMPARE(g.recursos_nom, QString());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {g.feines_id}), 0);

@@ -1,6 +1,7 @@
 // Changing, deleting and finding jobs: a job never collides with itself, the done-job life cycle
 // (vouchers freed, fee mark reset), the end recomputed from the job's lines, the deleted record
-// handed back, and the minute a job covers.
+// handed back, the minute a job covers; a failed operation leaves the database as it was and
+// comes back as an "Error en <operation>:" message.
 #include "jobs/carrega_feina.h"
 #include "jobs/motor_feines.h"
 #include "support/entorn_proves.h"
@@ -44,6 +45,19 @@ QStringList xecs(Db &db)
     return files(db, QStringLiteral("SELECT xecs_id, feines_id, xecs_data_liquidat FROM Xecs ORDER BY xecs_id"));
 }
 
+// Each operation's answer: the message it leaves in the record ("" when done).
+QString modifica(MotorFeines &m, Feina &f)
+{
+    m.Modifica_Feina(f);
+    return f.missatge;
+}
+
+QString borra(MotorFeines &m, Feina &f)
+{
+    m.Borra_Feina(f);
+    return f.missatge;
+}
+
 } // namespace
 
 class TestFeinesModifica : public QObject {
@@ -65,24 +79,20 @@ private slots:
         Feina f = llegeix(b.db, id);
         f.feines_hora_inici = QStringLiteral("09:30");
         f.feines_hora_fi = QStringLiteral("10:30");
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QString());
         QCOMPARE(llegeix(b.db, id).feines_hora_inici, QStringLiteral("09:30"));
 
         // Into the other job: refused at the place first ...
         f.feines_hora_fi = QStringLiteral("11:30");
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a OFICINA"));
+        QCOMPARE(modifica(m, f), QStringLiteral("Solapament de llocs a OFICINA"));
         // ... and, where places may be shared, through the team's member.
         b.cfg.PermetSolaparLlocs = true;
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: Oriol"));
+        QCOMPARE(modifica(m, f), QStringLiteral("Solapament de recursos: Oriol"));
         // Creation would have stored it unassigned; modification refuses and writes nothing.
         Feina g = llegeix(b.db, altra);
         g.feines_hora_inici = QStringLiteral("09:00");
         g.recursos_nom = QStringLiteral("Marta");
-        m.Modifica_Feina(g);
-        QCOMPARE(g.missatge, QStringLiteral("Solapament de recursos: Marta"));
+        QCOMPARE(modifica(m, g), QStringLiteral("Solapament de recursos: Marta"));
         QCOMPARE(llegeix(b.db, altra).feines_hora_inici, QStringLiteral("11:00"));
         QCOMPARE(llegeix(b.db, altra).recursos_nom, QStringLiteral("Oriol"));
         QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("10:30"));
@@ -90,11 +100,9 @@ private slots:
         // An unknown resource is refused, "" unassigns.
         g = llegeix(b.db, altra);
         g.recursos_nom = QStringLiteral("Joan");
-        m.Modifica_Feina(g);
-        QCOMPARE(g.missatge, QStringLiteral("Recurs no trobat:Joan"));
+        QCOMPARE(modifica(m, g), QStringLiteral("Recurs no trobat:Joan"));
         g.recursos_nom.clear();
-        m.Modifica_Feina(g);
-        QCOMPARE(g.missatge, QString());
+        QCOMPARE(modifica(m, g), QString());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {altra}), 1);
     }
 
@@ -103,19 +111,15 @@ private slots:
         BaseProva b;
         MotorFeines m(b.db, b.cfg);
         Feina f;
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Feina no especificada"));
-        m.Borra_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Feina no especificada"));
+        QCOMPARE(modifica(m, f), QStringLiteral("Feina no especificada"));
+        QCOMPARE(borra(m, f), QStringLiteral("Feina no especificada"));
         f.feines_id = 77;
         f.llocs_nom = QStringLiteral("Oficina");
         f.feines_data = kAvui;
         f.feines_hora_inici = QStringLiteral("09:00");
         f.feines_hora_fi = QStringLiteral("10:00");
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Feina no trobada"));
-        m.Borra_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Feina no trobada"));
+        QCOMPARE(modifica(m, f), QStringLiteral("Feina no trobada"));
+        QCOMPARE(borra(m, f), QStringLiteral("Feina no trobada"));
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines")), 0);
     }
 
@@ -133,18 +137,15 @@ private slots:
         // Done needs a resource, and a date that is not in the future.
         Feina f = llegeix(b.db, id);
         f.feines_feta = true;
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("Cal assignar recurs si la feina està feta"));
+        QCOMPARE(modifica(m, f), QStringLiteral("Cal assignar recurs si la feina està feta"));
         Feina g = llegeix(b.db, dema);
         g.feines_feta = true;
-        m.Modifica_Feina(g);
-        QCOMPARE(g.missatge, QStringLiteral("Una feina futura no pot estar feta"));
+        QCOMPARE(modifica(m, g), QStringLiteral("Una feina futura no pot estar feta"));
         QVERIFY(!llegeix(b.db, dema).feines_feta);
 
         f.recursos_nom = QStringLiteral("Marta");
         f.feines_data_factura = QDate(2024, 5, 31);
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QString());
         Feina desat = llegeix(b.db, id);
         QVERIFY(desat.feines_feta);
         QCOMPARE(desat.feines_data_factura, QDate(2024, 5, 31));
@@ -158,21 +159,28 @@ private slots:
         // Anything else on a done job, or deleting it, is refused and changes nothing.
         f = llegeix(b.db, id);
         f.feines_observacions = QStringLiteral("canvi");
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QStringLiteral("No es pot modificar una feina feta"));
+        QCOMPARE(modifica(m, f), QStringLiteral("No es pot modificar una feina feta"));
         Feina e;
         e.feines_id = id;
-        m.Borra_Feina(e);
-        QCOMPARE(e.missatge, QStringLiteral("No es pot esborrar una feina feta"));
+        QCOMPARE(borra(m, e), QStringLiteral("No es pot esborrar una feina feta"));
         QCOMPARE(llegeix(b.db, id).feines_observacions, QString());
         const QStringList billed = xecs(b.db);
         QCOMPARE(billed.first(), QStringLiteral("1|%1|2024-05-31").arg(id));
 
-        // Unmarking frees its vouchers (only its own), clears the billing date and the fee mark.
+        // Unmarking writes the job and then frees its vouchers: when the second write fails,
+        // nothing changes at all.
+        b.db.exec(QStringLiteral("CREATE TRIGGER avaria BEFORE UPDATE ON Xecs BEGIN SELECT RAISE(ABORT, 'xecs bloquejats'); END"));
         f = llegeix(b.db, id);
         f.feines_feta = false;
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QStringLiteral("Error en Modifica_Feina:xecs bloquejats"));
+        QCOMPARE(resum(llegeix(b.db, id)), resum(desat));
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT feines_quota FROM Feines WHERE feines_id = ?"), {id}), 25);
+        QCOMPARE(xecs(b.db), billed);
+        QCOMPARE(b.db.transactionDepth(), 0);
+        b.db.exec(QStringLiteral("DROP TRIGGER avaria"));
+
+        // Unmarking frees its vouchers (only its own), clears the billing date and the fee mark.
+        QCOMPARE(modifica(m, f), QString());
         desat = llegeix(b.db, id);
         QVERIFY(!desat.feines_feta);
         QVERIFY(!desat.feines_data_factura.isValid());
@@ -184,8 +192,7 @@ private slots:
         f.feines_observacions = QStringLiteral("L'escala també");
         f.feines_feta = true;
         f.feines_data_factura = QDate();
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QString());
         desat = llegeix(b.db, id);
         QCOMPARE(desat.feines_observacions, QStringLiteral("L'escala també"));
         QVERIFY(desat.feines_feta);
@@ -206,14 +213,12 @@ private slots:
         // Marta alone: 90 + 30 = 120 minutes.
         Feina f = llegeix(b.db, id);
         f.feines_hora_fi.clear();
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QString());
         QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("10:00"));
         // Unlike creation, a modification may end past the day's end setting.
         b.cfg.HoraFinal = QStringLiteral("09:00");
         f.feines_hora_fi = QStringLiteral("12:00");
-        m.Modifica_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(modifica(m, f), QString());
         QCOMPARE(llegeix(b.db, id).feines_hora_fi, QStringLiteral("12:00"));
         // The lines are the job editor's business: a modification leaves them alone.
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {id}), 2);
@@ -239,11 +244,19 @@ private slots:
         xec(b.db, 2, QStringLiteral("Comunitat"), id, kAvui);
         MotorFeines m(b.db, b.cfg);
 
+        // A delete that fails after freeing the vouchers leaves them with the job.
+        b.db.exec(QStringLiteral("CREATE TRIGGER avaria BEFORE DELETE ON Feines BEGIN SELECT RAISE(ABORT, 'no esborris'); END"));
         Feina f;
         f.feines_id = id;
+        QCOMPARE(borra(m, f), QStringLiteral("Error en Borra_Feina:no esborris"));
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Xecs WHERE feines_id = ?"), {id}), 2);
+        QCOMPARE(b.db.transactionDepth(), 0);
+        b.db.exec(QStringLiteral("DROP TRIGGER avaria"));
+
+        f = Feina();
+        f.feines_id = id;
         f.missatge = QStringLiteral("vell");
-        m.Borra_Feina(f);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(borra(m, f), QString());
         QCOMPARE(resum(f), QString::number(id) + QStringLiteral("|L'Estel|2024-05-14|09:00-10:00|Oriol|no|2024-05-31|nota"));
 
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_id = ?"), {id}), 0);
@@ -261,8 +274,7 @@ private slots:
         // An unassigned job comes back with "" as its resource and an empty billing date.
         Feina g;
         g.feines_id = unassigned;
-        m.Borra_Feina(g);
-        QCOMPARE(g.missatge, QString());
+        QCOMPARE(borra(m, g), QString());
         QCOMPARE(g.recursos_nom, QString());
         QVERIFY(!g.feines_data_factura.isValid());
     }
@@ -316,6 +328,17 @@ private slots:
         Feina f;
         m.Busca_Feina(f, kAvui, QStringLiteral("12:15"), QStringLiteral("Oficina"), QStringLiteral("Oriol"));
         QCOMPARE(resum(f), QString::number(equipId) + QStringLiteral("|Oficina|2024-05-14|12:00-13:00|Marta i Oriol|no||"));
+
+        // A database failure comes back as the operation's message; the unassigned search does
+        // not need the dropped table and still works.
+        b.db.exec(QStringLiteral("DROP TABLE Recursos_Components"));
+        f = Feina();
+        m.Busca_Feina(f, kAvui, QStringLiteral("09:30"), QStringLiteral("Oficina"), QStringLiteral("Marta"));
+        QVERIFY2(f.missatge.startsWith(QStringLiteral("Error en Busca_Feina:")) && f.missatge.contains(QStringLiteral("Recursos_Components")),
+                 qPrintable(f.missatge));
+        QCOMPARE(f.feines_id, 0);
+        m.Busca_Feina(f, kAvui, QStringLiteral("10:30"), QStringLiteral("Oficina"), QString());
+        QCOMPARE(f.feines_id, lliure);
     }
 };
 
