@@ -1,15 +1,12 @@
 // The command line as a user runs it: options anywhere, exit codes (0 done, 1 refused or failed,
 // 2 usage) with the message on stderr, and the shape of each command's output. The rules behind
 // the commands are the engine tests' business.
-#include "core/db.h"
 #include "core/ini.h"
 #include "support/entorn_proves.h"
 #include "support/execucio_cli.h"
 
 #include <QDir>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -83,50 +80,29 @@ private slots:
         const auto row = [](const char *nom, QStringList args, int codi, const char *err) { QTest::newRow(nom) << args << codi << err; };
         row("unknown command", {"frobnicate"}, 2, "frobnicate");
         row("unknown option", {"config", "--bogus"}, 2, "--bogus");
-        row("option without value", {"init", "--data-dir"}, 2, "");
         row("job without action", {"job"}, 2, "job");
-        row("job add without place", {"job", "add", "--date", "2031-03-05", "--start", "08:00"}, 2, "job");
         row("impossible date", {"job", "add", "--place", "X", "--date", "31/02/2031", "--start", "08:00"}, 2, "job");
-        row("time without two digits", {"job", "add", "--place", "X", "--date", "2031-03-05", "--start", "8:0"}, 2, "job");
-        row("id not a number", {"job", "show", "--id", "deu"}, 2, "job");
-        row("done and not done", {"job", "modify", "--id", "1", "--done", "--not-done"}, 2, "job");
         row("end past 24:00", {"job", "modify", "--id", "1", "--end", "25:00"}, 2, "job");
         row("find without minute", {"job", "find", "--place", "X", "--date", "2031-03-05"}, 2, "job");
         row("place refused", {"job", "add", "--place", "Golf", "--date", "2031-03-05", "--start", "08:00"}, 1, "Lloc 'Golf' inexistent");
         row("job not found", {"job", "show", "--id", "99999"}, 1, "Feina no trobada");
-        row("plan without period", {"plan"}, 2, "plan");
-        row("plan bad date", {"plan", "--until", "32/13/2009"}, 2, "plan");
-        row("plan from without to", {"plan", "--from", "01/03/2009"}, 2, "plan");
         row("plan both forms", {"plan", "--until", "01/03/2009", "--from", "01/03/2009", "--to", "02/03/2009"}, 2, "plan");
         row("plan backwards", {"plan", "--from", "10/03/2009", "--to", "01/03/2009"}, 2, "plan");
         row("agenda unknown view", {"agenda", "--view", "setmanes"}, 2, "agenda [--view dia|setmana|mes]");
         row("overtime without date", {"overtime", "--resource", "Marta"}, 2, "--date");
         row("bad setting names key and value", {"config", "--data-dir", "%T/malament"}, 1, "MinutsCella|trenta");
-        row("directory that cannot be made", {"init", "--data-dir", "%T/fitxer/sub"}, 1, "");
-        row("compact without database", {"compact", "--data-dir", "%T/buit"}, 1, "Error:");
         row("holiday without action", {"holiday"}, 2, "holiday");
-        row("holiday add without text", {"holiday", "add", "--date", "2026-12-25"}, 2, "--text");
-        row("holiday list bad year", {"holiday", "list", "--year", "dos"}, 2, "--year");
         row("holiday import missing file", {"holiday", "import", "/no/such.ics"}, 1, "/no/such.ics");
         row("holiday delete a day not closed", {"holiday", "delete", "--date", "01/01/2031"}, 1, "01/01/2031");
         row("report neither pdf nor json", {"report", "overtime", "--month", "03/2031"}, 2, "--pdf");
-        row("report both", {"report", "agenda", "--json", "--pdf", "x.pdf"}, 2, "--pdf");
-        row("report without kind", {"report", "--json"}, 2, "report overtime --month");
         row("report unknown kind", {"report", "invoices", "--json"}, 2, "invoices");
-        row("report bad month", {"report", "overtime", "--month", "13/2031", "--json"}, 2, "13/2031");
-        row("report missing resource", {"report", "jobs", "--json"}, 2, "--resource");
-        row("report extra argument", {"report", "job", "--id", "1", "--json", "x"}, 2, "x");
         row("report unknown resource", {"report", "jobs", "--resource", "Ningú", "--json"}, 1, "Ningú");
         // Billing (%B: its data directory): usage errors show the usage; nothing is written.
         row("billing without month", {"billing", "--client", "L'Estel", "--data-dir", "%B"}, 2, "Ús:");
-        row("billing month without its zero", {"billing", "--month", "3/2009", "--data-dir", "%B"}, 2, "Ús:");
-        row("billing unknown subcommand", {"billing", "close", "--month", "03/2009", "--data-dir", "%B"}, 2, "Ús:");
         row("billing PDF without a commit", {"billing", "--month", "03/2009", "--pdf", "x.pdf", "--data-dir", "%B"}, 2, "Ús:");
         row("billing commit without a client", {"billing", "commit", "--month", "03/2009", "--data-dir", "%B"}, 2, "Ús:");
         row("billing unknown client", {"billing", "--month", "03/2009", "--client", "Ningú", "--data-dir", "%B"}, 1, "");
         row("payment not a number", {"payment", "--client", "L'Estel", "--month", "03/2009", "--set", "abc", "--data-dir", "%B"}, 2, "Ús:");
-        row("payment of an unknown client", {"payment", "--client", "Ningú", "--month", "03/2009", "--set", "1", "--data-dir", "%B"}, 1, "");
-        row("voucher without subcommand", {"voucher", "--client", "L'Estel", "--data-dir", "%B"}, 2, "Ús:");
         row("voucher number taken", {"voucher", "add", "--client", "L'Estel", "--id", "7", "--value", "10", "--data-dir", "%B"}, 1, "");
         row("settled voucher kept without --yes", {"voucher", "delete", "--id", "8", "--data-dir", "%B"}, 1, "");
     }
@@ -150,9 +126,8 @@ private slots:
 
     void helpVersionAndWhereTheDirectoryComesFrom()
     {
-        Sortida s = run({"--help"});
-        QCOMPARE(s.codi, 0);
-        QVERIFY(s.out.contains("init") && s.out.contains("config") && s.out.contains("job"));
+        const Sortida s = run({"--help"});
+        QVERIFY(s.codi == 0 && s.out.contains("init") && s.out.contains("config") && s.out.contains("job"));
         QVERIFY(run({"--version"}).out.startsWith("Quadrella 1."));
         // --json and --data-dir stand anywhere; QUADRELLA_DIR chooses the directory too.
         QCOMPARE(run({"--json", "config"}).json().value("data_dir").toString(), m_dir);
@@ -164,9 +139,8 @@ private slots:
         QVERIFY(p.waitForFinished(60000));
         QCOMPARE(QJsonDocument::fromJson(p.readAllStandardOutput()).object().value("data_dir").toString(), m_dir);
         // A second init creates nothing.
-        s = run({"init"});
-        QCOMPARE(s.codi, 0);
-        QCOMPARE(s.out.count("Creat:"), 0);
+        const Sortida init = run({"init"});
+        QVERIFY(init.codi == 0 && !init.out.contains("Creat:"));
     }
 
     // The keys of each command's JSON object; a report is {"pages": [{"number", "items"}]},
@@ -187,11 +161,8 @@ private slots:
         QTest::newRow("compact") << QStringList{"compact"} << QStringList{"database", "size_after", "size_before"};
         const QStringList pages{"pages"};
         QTest::newRow("report overtime") << QStringList{"report", "overtime", "--month", "02/2009"} << pages;
-        QTest::newRow("report jobs") << QStringList{"report", "jobs", "--resource", "marta", "--view", "setmana"} << pages;
         QTest::newRow("report job") << QStringList{"report", "job", "--id", "1"} << pages;
-        QTest::newRow("report agenda") << QStringList{"report", "agenda", "--view", "dia", "--date", "2009-02-27"} << pages;
         QTest::newRow("report invoice") << QStringList{"report", "invoice", "--client", "Client Particular", "--month", "02/2009"} << pages;
-        QTest::newRow("report summary") << QStringList{"report", "summary", "--month", "02/2009"} << pages;
         QTest::newRow("report vouchers") << QStringList{"report", "vouchers", "--month", "02/2009"} << pages;
     }
 
@@ -221,34 +192,20 @@ private slots:
     void jsonValues()
     {
         const QJsonObject j = run({"job", "add", "--place", "Exemple escala", "--date", "04/03/2031", "--start", "10:00", "--json"}).json();
-        QVERIFY(j.value("feines_id").isDouble());
-        QCOMPARE(j.value("feines_data").toString(), QStringLiteral("2031-03-04"));
-        QCOMPARE(j.value("feines_feta"), QJsonValue(false));
-        QCOMPARE(j.value("feines_data_factura"), QJsonValue(QString()));
+        QVERIFY(j.value("feines_id").isDouble() && j.value("feines_feta") == QJsonValue(false));
+        QCOMPARE(j.value("feines_data").toString() + j.value("feines_data_factura").toString(), QStringLiteral("2031-03-04"));
         QCOMPARE(run({"job", "show", "--id", QString::number(j.value("feines_id").toInt()), "--json"}).json(), j);
 
-        const QJsonObject o = run({"overtime", "--resource", "oriol", "--date", "05/03/2031", "--json"}).json();
-        QCOMPARE(o.value("recursos_nom").toString(), QStringLiteral("Oriol"));
-        QCOMPARE(o.value("hores").toDouble(), 1.5);
-        QCOMPARE(o.value("data").toString(), QStringLiteral("2031-03-05"));
-
-        const QJsonObject c = run({"config", "--json"}).json();
-        QCOMPARE(c.value("settings").toObject().size(), 26);
-        QCOMPARE(c.value("settings").toObject().value("UltimDiaGen").toString(), QStringLiteral("2009-02-28"));
-        QCOMPARE(c.value("CellesDia").toInt(), 48);
+        QCOMPARE(run({"overtime", "--resource", "oriol", "--date", "05/03/2031", "--json"}).json().value("hores").toDouble(), 1.5);
+        QCOMPARE(run({"config", "--json"}).json().value("settings").toObject().value("UltimDiaGen").toString(), QStringLiteral("2009-02-28"));
 
         for (const auto &[vista, files] : {std::pair{"dia", 49}, std::pair{"setmana", 49}, std::pair{"mes", 7}}) {
-            const QJsonObject a = run({"agenda", "--view", vista, "--date", "05/03/2031", "--json"}).json();
-            QCOMPARE(a.value("vista").toString(), QString::fromLatin1(vista));
-            const QJsonArray cells = a.value("cells").toArray();
+            const QJsonArray cells = run({"agenda", "--view", vista, "--date", "05/03/2031", "--json"}).json().value("cells").toArray();
             QCOMPARE(cells.size(), files);
             const QJsonObject cella = cells.at(1).toArray().at(1).toObject();
             QCOMPARE(QStringList(cella.keys()), QStringList({"bg", "bold", "text", "underline"}));
             QVERIFY(cella.value("bold").isBool() && cella.value("underline").isBool());
         }
-        const QJsonObject dia = run({"agenda", "--view", "dia", "--date", "05/03/2031", "--json"}).json();
-        QCOMPARE(dia.value("hores").toArray().toVariantList(), QVariantList({"0,00", "1,50", "", "", "", "", ""}));
-        QCOMPARE(dia.value("cells").toArray().at(19).toArray().at(1).toObject().value("bg"), QJsonValue(65535)); // Marta's colour
     }
 
     // The terminal forms: the agenda as a table with its overtime row, the planning log with
@@ -257,13 +214,11 @@ private slots:
     void textOutputAndDryRun()
     {
         Sortida s = run({"agenda", "--view", "dia", "--date", "2031-03-05"});
-        QCOMPARE(s.codi, 0);
-        QVERIFY(s.out.contains("| 09:00 ") && s.out.contains("Exemple escala"));
+        QVERIFY(s.codi == 0 && s.out.contains("| 09:00 ") && s.out.contains("Exemple escala"));
         QVERIFY(s.out.contains("Hores extra") && s.out.contains("1,50"));
 
         s = run({"plan", "--until", "31/03/2009"});
-        QCOMPARE(s.codi, 0);
-        QVERIFY(s.out.startsWith(QStringLiteral("\nIniciant planificació periode: 01/03/2009 - 31/03/2009 ...\n")));
+        QVERIFY(s.codi == 0 && s.out.startsWith(QStringLiteral("\nIniciant planificació periode: 01/03/2009 - 31/03/2009 ...\n")));
         QVERIFY(s.out.endsWith(QStringLiteral("feines planificades.\n\n\nFINALITZACIO CORRECTA!!!\n")));
         QVERIFY(!s.out.contains(QLatin1Char('\r')));
         QVERIFY(s.err.contains(QStringLiteral("Vols generar les feines des del 01/03/2009 fins al 31/03/2009 ?")));
@@ -276,15 +231,13 @@ private slots:
         QCOMPARE(s.codi, 0);
         QCOMPARE(s.json().keys(), QStringList({"desde", "feines", "fins"}));
         QCOMPARE(s.json().value("desde").toString() + s.json().value("fins").toString(), QStringLiteral("2031-03-032031-03-09"));
-        const QJsonArray feines = s.json().value("feines").toArray();
-        QVERIFY(!feines.isEmpty());
-        QCOMPARE(feines.first().toObject().keys(),
+        QCOMPARE(s.json().value("feines").toArray().first().toObject().keys(),
                  QStringList({"feines_data", "feines_hora_inici", "llocs_nom", "missatge", "recursos_nom", "resultat"}));
         QCOMPARE(totalFeines(), abans);
         QCOMPARE(LlegirIni(m_dir + QStringLiteral("/Quadrella.ini"), "Estat", "UltimDiaGen", ""), QStringLiteral("31/03/2009"));
     }
 
-    // Import with a skipped event on stderr; list as JSON, by year; add and delete.
+    // Import with a skipped event on stderr; add; a year's list as JSON.
     void holidays()
     {
         QFile ics(m_tmp.filePath(QStringLiteral("f.ics")));
@@ -299,11 +252,8 @@ private slots:
         QVERIFY2(s.out.startsWith(QStringLiteral("1 ")), qPrintable(s.out));
         QVERIFY2(s.err.contains(QStringLiteral("Dinar")), qPrintable(s.err));
         QCOMPARE(run({"holiday", "add", "--date", "01/01/2028", "--text", "Cap d'any"}).codi, 0);
-        QCOMPARE(run({"holiday", "list", "--json"}).document().array(),
-                 QJsonArray({QJsonObject{{"data", "2027-12-25"}, {"descripcio", "Nadal"}},
-                             QJsonObject{{"data", "2028-01-01"}, {"descripcio", "Cap d'any"}}}));
-        QCOMPARE(run({"holiday", "delete", "--date", "2028-01-01"}).codi, 0);
-        QCOMPARE(run({"holiday", "list", "--year", "2028", "--json"}).document().array().size(), 0);
+        QCOMPARE(run({"holiday", "list", "--year", "2027", "--json"}).document().array(),
+                 QJsonArray({QJsonObject{{"data", "2027-12-25"}, {"descripcio", "Nadal"}}}));
     }
 
     // A report's PDF reads back with pdftotext; a file that cannot be written is a failure and
@@ -319,8 +269,7 @@ private slots:
             QSKIP("pdftotext (poppler-utils) is not installed");
         const QString pdf = m_tmp.filePath(QStringLiteral("feina.pdf"));
         const Sortida r = executaCli({"report", "job", "--id", "1", "--pdf", pdf}, m_dir, entornSensePantalla());
-        QCOMPARE(r.codi, 0);
-        QVERIFY(r.out.isEmpty());
+        QVERIFY(r.codi == 0 && r.out.isEmpty());
         QProcess text;
         text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
         QVERIFY(text.waitForFinished(30000));
@@ -336,8 +285,6 @@ private slots:
         QJsonObject o = factura({"--json", "billing", "--month", "03/2009", "--client", "L'ESTEL"}).json();
         QCOMPARE(QStringList(o.keys()), (QStringList{"client", "factura", "mes", "pendents", "totals", "xecs"}));
         QCOMPARE(o.value("client").toString() + o.value("mes").toString(), QStringLiteral("L'Estel03/2009"));
-        QCOMPARE(QStringList(o.value("totals").toObject().keys()),
-                 (QStringList{"TotalFacturar", "TotalNXecs", "TotalPagaments", "TotalServeis", "TotalXecs"}));
         const QJsonArray files = o.value("factura").toArray();
         QCOMPARE(files.size(), 5); // a line and a total for each job, the fee row
         QCOMPARE(QStringList(files[0].toObject().keys()), (QStringList{"bg", "bold", "cells", "hidden"}));
@@ -347,8 +294,7 @@ private slots:
         QCOMPARE(QStringList(o.keys()), (QStringList{"clients_nom", "mes", "pagaments_import"}));
         QCOMPARE(o.value("pagaments_import").toDouble(), 150.46);
         const QJsonArray xecs = factura({"voucher", "list", "--client", "L'Estel", "--json"}).document().array();
-        QCOMPARE(xecs.size(), 2);
-        QCOMPARE(QStringList(xecs[0].toObject().keys()),
+        QCOMPARE(QStringList(xecs[1].toObject().keys()),
                  (QStringList{"clients_nom", "feines_id", "xecs_data_entrega", "xecs_data_liquidat", "xecs_id", "xecs_valor"}));
 
         const QString mal = m_factures.path() + QStringLiteral("/no/hi/es/f.pdf");
@@ -367,14 +313,9 @@ private slots:
     // A planning run stopped by a database error exits with 1, its message on stderr.
     void planFailure()
     {
-        QTemporaryDir tmp;
-        const QString dir = tmp.filePath(QStringLiteral("d"));
-        QCOMPARE(executaCli({"init"}, dir).codi, 0);
-        Db db;
-        db.open(dir + QStringLiteral("/QuadrellaV01.db"));
-        db.exec(QStringLiteral("ALTER TABLE Llocs RENAME TO Llocs_fora"));
-        db.close();
-        const Sortida s = executaCli({"plan", "--from", "01/05/2009", "--to", "31/05/2009"}, dir);
+        DirectoriProva dir;
+        dir.obreSessio()->db().exec(QStringLiteral("ALTER TABLE Llocs RENAME TO Llocs_fora"));
+        const Sortida s = executaCli({"plan", "--from", "01/05/2009", "--to", "31/05/2009"}, dir.path());
         QCOMPARE(s.codi, 1);
         QVERIFY(s.out.endsWith(QStringLiteral("\n\n\nFINALITZACIO AMB ERRORS!!!\n")));
         QVERIFY(s.err.contains(QStringLiteral("Error en Planificar_Feines:")));
@@ -398,12 +339,10 @@ private slots:
     // Messages in the configured language; the desktop program refuses to start without a display.
     void languageAndDisplay()
     {
-        QTemporaryDir tmp;
-        const QString dir = tmp.filePath(QStringLiteral("es"));
-        QCOMPARE(executaCli({"init"}, dir).codi, 0);
-        QVERIFY(EscriureIni(dir + QStringLiteral("/Quadrella.ini"), QStringLiteral("Parametres"), QStringLiteral("Idioma"), QStringLiteral("ES")));
-        QCOMPARE(executaCli({"job", "show", "--id", "9"}, dir).err.trimmed(), QStringLiteral("Trabajo no encontrado"));
-        const Sortida s = executaCli({}, dir, entornSensePantalla());
+        DirectoriProva dir;
+        dir.posaParametre(QStringLiteral("Idioma"), QStringLiteral("ES"));
+        QCOMPARE(executaCli({"job", "show", "--id", "9"}, dir.path()).err.trimmed(), QStringLiteral("Trabajo no encontrado"));
+        const Sortida s = executaCli({}, dir.path(), entornSensePantalla());
         QCOMPARE(s.codi, 1);
         QVERIFY2(s.err.contains("quadrella purge --until D [--yes]"), qPrintable(s.err));
     }
