@@ -219,9 +219,7 @@ private slots:
         QCOMPARE(f.feines_id, 1);
         QCOMPARE(f.feines_hora_fi, QStringLiteral("09:30"));
         QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol")); // the place's default
-        QVERIFY(!f.feines_feta);
-        QVERIFY(!f.feines_data_factura.isValid());
-        QCOMPARE(f.feines_observacions, QString());
+        QVERIFY(!f.feines_feta && !f.feines_data_factura.isValid() && f.feines_observacions.isEmpty());
 
         QCOMPARE(files(b.db, QStringLiteral("SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom, feines_feta,"
                                             " feines_data_factura, feines_observacions FROM Feines WHERE feines_id = ?"), {f.feines_id}),
@@ -234,9 +232,7 @@ private slots:
         // A place with no services gives a job with no lines; no default resource leaves it unassigned.
         Feina g = nova(QStringLiteral("Buit"), QStringLiteral("08:00"));
         QCOMPARE(grava(m, g, true), QString());
-        QVERIFY(g.feines_id > f.feines_id);
-        QCOMPARE(g.recursos_nom, QString());
-        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {g.feines_id}), 0);
+        QVERIFY(g.feines_id > f.feines_id && g.recursos_nom.isEmpty());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall")), 2);
     }
 };

@@ -119,9 +119,7 @@ private slots:
         // 1 August 2009 is a Saturday: Saturday to Sunday to Monday unless allowed.
         row("first day on a Saturday", mensual(true, false, 0, false, false), {}, d(2009, 7, 15), d(2009, 8, 31), dl, {d(2009, 8, 3)});
         row("first Saturday allowed", mensual(true, false, 0, true, false), {}, d(2009, 7, 15), d(2009, 8, 31), dl, {d(2009, 8, 1)});
-        row("first, only Sunday allowed", mensual(true, false, 0, false, true), {}, d(2009, 7, 15), d(2009, 8, 31), dl, {d(2009, 8, 2)});
         // 31 May 2009 is a Sunday; allowed, it is the period's last day L itself.
-        row("last day Sunday, Saturday allowed", mensual(false, true, 0, true, false), {}, d(2009, 5, 1), d(2009, 5, 31), dl, {d(2009, 5, 30)});
         row("last day Sunday, no weekends", mensual(false, true, 0, false, false), {}, d(2009, 5, 1), d(2009, 5, 31), dl, {d(2009, 5, 29)});
         row("last day Sunday allowed", mensual(false, true, 0, false, true), {}, d(2009, 5, 1), d(2009, 5, 31), dl, {d(2009, 5, 31)});
         row("first Wednesday", mensual(true, false, 4, false, false), {}, d(2009, 1, 1), d(2009, 4, 30), dl,
@@ -140,7 +138,6 @@ private slots:
         RitmeLloc senseRitme = mensual(true, false, 0, true, true);
         senseRitme.periodicitat_dies = 0;
         row("monthly flags without a period", senseRitme, {}, d(2009, 1, 1), d(2009, 12, 31), dl, {});
-        row("monthly, empty period", mensual(false, true, 0, true, true), {}, d(2009, 3, 2), d(2009, 3, 1), dl, {});
 
         row("weekly Monday after a Wednesday", ritme(7, false, false, 2, false, false), d(2009, 3, 4), d(2009, 3, 5), d(2009, 3, 31), dl,
             {d(2009, 3, 9), d(2009, 3, 16), d(2009, 3, 23), d(2009, 3, 30)});
@@ -148,14 +145,10 @@ private slots:
             {d(2009, 3, 16), d(2009, 3, 23), d(2009, 3, 30)});
         row("daily, no weekends, from a Friday", ritme(1, false, false, 0, false, false), {}, d(2009, 3, 6), d(2009, 3, 10), dl,
             {d(2009, 3, 6), d(2009, 3, 9), d(2009, 3, 10)});
-        row("daily, Saturday allowed", ritme(1, false, false, 0, true, false), {}, d(2009, 3, 6), d(2009, 3, 10), dl,
-            {d(2009, 3, 6), d(2009, 3, 7), d(2009, 3, 9), d(2009, 3, 10)});
         // Every 4 days from Monday 2 March: Saturday 14 and 28 go to the Mondays, and the rhythm
         // continues from the moved day.
         row("every 4 days over weekends", ritme(4, false, false, 0, false, false), {}, d(2009, 3, 2), d(2009, 3, 31), dl,
             {d(2009, 3, 2), d(2009, 3, 6), d(2009, 3, 10), d(2009, 3, 16), d(2009, 3, 20), d(2009, 3, 24), d(2009, 3, 30)});
-        row("continues from an old job", ritme(10, false, false, 0, true, true), d(2009, 1, 2), d(2009, 3, 2), d(2009, 3, 20), dl,
-            {d(2009, 3, 2), d(2009, 3, 12)});
         row("continues from a recent job", ritme(10, false, false, 0, true, true), d(2009, 2, 25), d(2009, 3, 2), d(2009, 3, 20), dl,
             {d(2009, 3, 7), d(2009, 3, 17)});
         row("latest job after L", ritme(3, false, false, 0, true, true), d(2009, 4, 10), d(2009, 3, 1), d(2009, 3, 31), dl, {});
