@@ -12,12 +12,11 @@ namespace {
 
 const QDate kDia(2024, 5, 14);
 
-// Workers Marta and Oriol (both take a share), their team, a place per test need.
+// Workers Marta and Oriol (both take a share) and their team.
 void equip(Db &db)
 {
     recurs(db, QStringLiteral("Marta"), 65535, true);
     recurs(db, QStringLiteral("Oriol"), 16711680, true);
-    recurs(db, QStringLiteral("Pau"), 255, true);
     grup(db, QStringLiteral("Marta i Oriol"), 65280, {QStringLiteral("Marta"), QStringLiteral("Oriol")});
 }
 
@@ -36,14 +35,21 @@ qint64 feines(Db &db)
     return valor(db, QStringLiteral("SELECT COUNT(*) FROM Feines"));
 }
 
+// Each operation's answer: the message it leaves in the record ("" when done).
+QString grava(MotorFeines &m, Feina &f, bool estricte)
+{
+    m.Grava_Feina(f, estricte);
+    return f.missatge;
+}
+
 } // namespace
 
 class TestFeinesGrava : public QObject {
     Q_OBJECT
 
-    // Rows shared by the place and the resource overlap tests: an existing job 09:00-10:00 and a
-    // new one starting at `inici` lasting `minuts`.
-    void solapaments()
+private slots:
+    // An existing job 09:00-10:00 at the place and a new one starting at `inici` lasting `minuts`.
+    void placeOverlap_data()
     {
         QTest::addColumn<QString>("inici");
         QTest::addColumn<int>("minuts");
@@ -59,8 +65,6 @@ class TestFeinesGrava : public QObject {
         QTest::newRow("lies inside it") << "09:15" << 30 << true;
     }
 
-private slots:
-    void placeOverlap_data() { solapaments(); }
     void placeOverlap()
     {
         QFETCH(QString, inici);
@@ -76,109 +80,61 @@ private slots:
         MotorFeines m(b.db, b.cfg);
 
         Feina f = nova(QStringLiteral("àtic gran"), inici);
-        m.Grava_Feina(f, true);
-        if (solapa) {
-            QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a ÀTIC GRAN"));
-            QCOMPARE(feines(b.db), 3);
-        } else {
-            QCOMPARE(f.missatge, QString());
-            QCOMPARE(feines(b.db), 4);
-        }
+        QCOMPARE(grava(m, f, true), solapa ? QStringLiteral("Solapament de llocs a ÀTIC GRAN") : QString());
+        QCOMPARE(feines(b.db), solapa ? 3 : 4);
     }
 
-    void resourceOverlap_data() { solapaments(); }
+    // The resource check, directly, through a team or through a team's member, whatever the
+    // case, accents and quotes of the names. Strict creation refuses; otherwise the job is
+    // stored unassigned. Places may be shared by default: the place itself never refuses here.
+    void resourceOverlap_data()
+    {
+        QTest::addColumn<QString>("ocupat");   // who already works 09:00-10:00 at the place
+        QTest::addColumn<QString>("inici");    // the new job's start (it lasts an hour)
+        QTest::addColumn<QString>("demanat");  // who the new job asks for
+        QTest::addColumn<QString>("missatge"); // strict refusal ("" = stored)
+        QTest::newRow("worker busy") << "Àngels" << "09:30" << "ÀNGELS" << "Solapament de recursos: ÀNGELS";
+        QTest::newRow("worker free when the other ends") << "Àngels" << "10:00" << "Àngels" << "";
+        QTest::newRow("worker busy through the team") << "L'equip" << "08:30" << "n'oriol" << "Solapament de recursos: n'oriol";
+        QTest::newRow("team busy itself") << "L'equip" << "09:30" << "l'equip" << "Solapament de recursos: l'equip";
+        QTest::newRow("team busy through a member") << "N'Oriol" << "09:30" << "L'equip" << "Solapament de recursos: N'Oriol";
+        QTest::newRow("team busy through the other member") << "Àngels" << "09:30" << "L'equip" << "Solapament de recursos: Àngels";
+        QTest::newRow("outsider's job does not block the team") << "Pau" << "09:30" << "L'equip" << "";
+        QTest::newRow("team's job does not block an outsider") << "L'equip" << "09:30" << "Pau" << "";
+    }
+
     void resourceOverlap()
     {
-        QFETCH(QString, inici);
-        QFETCH(int, minuts);
-        QFETCH(bool, solapa);
-        BaseProva b;
-        equip(b.db);
-        lloc(b.db, QStringLiteral("Oficina"), minuts);
-        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("Marta"));
-        feina(b.db, QStringLiteral("Escala"), kDia.addDays(-1), QStringLiteral("00:00"), QStringLiteral("24:00"), QStringLiteral("Marta"));
-        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("00:00"), QStringLiteral("24:00"), QStringLiteral("Pau"));
-        MotorFeines m(b.db, b.cfg);
-
-        Feina f = nova(QStringLiteral("Oficina"), inici, QStringLiteral("MARTA"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, solapa ? QStringLiteral("Solapament de recursos: MARTA") : QString());
-        QCOMPARE(feines(b.db), solapa ? 3 : 4);
-        if (f.feines_id != 0) { // out of the way of the same job, created again below
-            Feina d;
-            d.feines_id = f.feines_id;
-            m.Borra_Feina(d);
-            QCOMPARE(d.missatge, QString());
-        }
-
-        // Not strict: the same job is stored, only without its resource.
-        Feina g = nova(QStringLiteral("Oficina"), inici, QStringLiteral("Marta"));
-        m.Grava_Feina(g, false);
-        QCOMPARE(g.missatge, QString());
-        QVERIFY(g.feines_id > 0);
-        QCOMPARE(g.recursos_nom, solapa ? QString() : QStringLiteral("Marta"));
-        QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {g.feines_id}),
-                 solapa ? 1 : 0);
-    }
-
-    void groupsAndMembers_data()
-    {
-        QTest::addColumn<QString>("ocupat");   // who already works 09:00-10:00
-        QTest::addColumn<QString>("demanat");  // who the new job 09:30-10:30 asks for
-        QTest::addColumn<QString>("missatge"); // strict refusal ("" = stored)
-        QTest::newRow("worker busy through the team") << "Marta i Oriol" << "Oriol" << "Solapament de recursos: Oriol";
-        QTest::newRow("team busy itself") << "Marta i Oriol" << "Marta i Oriol" << "Solapament de recursos: Marta i Oriol";
-        QTest::newRow("team busy through a member") << "Oriol" << "Marta i Oriol" << "Solapament de recursos: Oriol";
-        QTest::newRow("team busy through the other member") << "Marta" << "Marta i Oriol" << "Solapament de recursos: Marta";
-        QTest::newRow("outsider's job does not block the team") << "Pau" << "Marta i Oriol" << "";
-        QTest::newRow("team's job does not block an outsider") << "Marta i Oriol" << "Pau" << "";
-    }
-
-    void groupsAndMembers()
-    {
         QFETCH(QString, ocupat);
+        QFETCH(QString, inici);
         QFETCH(QString, demanat);
         QFETCH(QString, missatge);
         BaseProva b;
-        equip(b.db);
+        recurs(b.db, QStringLiteral("Àngels"), 1, true);
+        recurs(b.db, QStringLiteral("N'Oriol"), 2, true);
+        recurs(b.db, QStringLiteral("Pau"), 3, true);
+        grup(b.db, QStringLiteral("L'equip"), 4, {QStringLiteral("Àngels"), QStringLiteral("N'Oriol")});
         lloc(b.db, QStringLiteral("Oficina"), 60);
-        feina(b.db, QStringLiteral("Escala"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), ocupat);
+        feina(b.db, QStringLiteral("Oficina"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), ocupat);
+        // The same people all day before: another day never collides.
+        for (const QString &r : {QStringLiteral("Àngels"), QStringLiteral("N'Oriol"), QStringLiteral("L'equip")})
+            feina(b.db, QStringLiteral("Escala"), kDia.addDays(-1), QStringLiteral("00:00"), QStringLiteral("24:00"), r);
         MotorFeines m(b.db, b.cfg);
 
-        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("09:30"), demanat);
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, missatge);
-        QCOMPARE(feines(b.db), missatge.isEmpty() ? 2 : 1);
-        if (f.feines_id != 0) {
-            Feina d;
-            d.feines_id = f.feines_id;
-            m.Borra_Feina(d);
+        Feina f = nova(QStringLiteral("Oficina"), inici, demanat);
+        QCOMPARE(grava(m, f, true), missatge);
+        QCOMPARE(feines(b.db), missatge.isEmpty() ? 5 : 4);
+        if (f.feines_id != 0) { // out of the way of the same job, created again below
+            Feina e;
+            e.feines_id = f.feines_id;
+            m.Borra_Feina(e);
         }
 
-        Feina g = nova(QStringLiteral("Oficina"), QStringLiteral("09:30"), demanat);
-        m.Grava_Feina(g, false);
-        QCOMPARE(g.missatge, QString());
+        Feina g = nova(QStringLiteral("Oficina"), inici, demanat);
+        QCOMPARE(grava(m, g, false), QString());
         QCOMPARE(g.recursos_nom, missatge.isEmpty() ? demanat : QString());
-    }
-
-    void placeOverlapIsOptional()
-    {
-        BaseProva b;
-        equip(b.db);
-        QVERIFY(b.cfg.PermetSolaparLlocs); // the default lets jobs share a place
-        lloc(b.db, QStringLiteral("Oficina"), 60);
-        MotorFeines m(b.db, b.cfg);
-        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
-        Feina g = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Oriol"));
-        m.Grava_Feina(g, true);
-        QCOMPARE(g.missatge, QString());
-        // The resource checks still apply.
-        Feina h = nova(QStringLiteral("Oficina"), QStringLiteral("09:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(h, true);
-        QCOMPARE(h.missatge, QStringLiteral("Solapament de recursos: Marta"));
-        QCOMPARE(feines(b.db), 2);
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT recursos_nom IS NULL FROM Feines WHERE feines_id = ?"), {g.feines_id}),
+                 missatge.isEmpty() ? 0 : 1);
     }
 
     void orderOfRefusals()
@@ -191,54 +147,44 @@ private slots:
         feina(b.db, QStringLiteral("Oficina"), kDia, QStringLiteral("18:00"), QStringLiteral("20:00"), QStringLiteral("Marta"));
         MotorFeines m(b.db, b.cfg);
 
+        // A start that is not a time of day is a failure of the operation.
+        Feina f = nova(QStringLiteral("Oficina"), QStringLiteral("9h"));
+        QVERIFY(grava(m, f, true).startsWith(QStringLiteral("Error en Grava_Feina:")));
         // A missing place is the first thing refused.
-        Feina f = nova(QStringLiteral("Golf"), QStringLiteral("19:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Lloc 'Golf' inexistent"));
+        f = nova(QStringLiteral("Golf"), QStringLiteral("19:00"), QStringLiteral("Marta"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Lloc 'Golf' inexistent"));
         // The day limit comes before any collision (place and resource both collide here), and
         // before the unknown default resource.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("19:00"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("L'hora final de la feina supera les 20:00h."));
+        QCOMPARE(grava(m, f, true), QStringLiteral("L'hora final de la feina supera les 20:00h."));
         // Ending exactly at the limit is allowed; then the place collision is next.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("18:00"), QStringLiteral("Marta"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a OFICINA"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Solapament de llocs a OFICINA"));
         // Then the resource: the place's default, which does not exist.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"));
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Ningú"));
+        QCOMPARE(grava(m, f, false), QStringLiteral("Recurs no trobat:Ningú"));
         // A missing resource refuses even when not strict.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Joan"));
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QStringLiteral("Recurs no trobat:Joan"));
+        QCOMPARE(grava(m, f, false), QStringLiteral("Recurs no trobat:Joan"));
         QCOMPARE(feines(b.db), 1);
         // The record is reusable: a success clears the previous message.
         f = nova(QStringLiteral("Oficina"), QStringLiteral("10:00"), QStringLiteral("Marta"));
         f.missatge = QStringLiteral("vell");
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(grava(m, f, true), QString());
     }
 
+    // A job that would run past midnight ends at 24:00, and still blocks the place until then.
     void endAtMidnight()
     {
         BaseProva b;
         lloc(b.db, QStringLiteral("Nit"), 60);
-        lloc(b.db, QStringLiteral("Vespre"), 30);
         MotorFeines m(b.db, b.cfg);
         Feina f = nova(QStringLiteral("Nit"), QStringLiteral("23:30"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
-        QCOMPARE(f.feines_hora_fi, QStringLiteral("24:00"));
-        f = nova(QStringLiteral("Vespre"), QStringLiteral("23:30"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.feines_hora_fi, QStringLiteral("24:00"));
-        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_hora_fi = '24:00'")), 2);
-        // A job ending at 24:00 still blocks its worker until midnight.
+        QCOMPARE(grava(m, f, true), QString());
+        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines WHERE feines_hora_fi = '24:00'")), 1);
         b.cfg.PermetSolaparLlocs = false;
         f = nova(QStringLiteral("Nit"), QStringLiteral("23:45"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de llocs a NIT"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Solapament de llocs a NIT"));
     }
 
     void storedJobAndRecord()
@@ -255,18 +201,25 @@ private slots:
         llocServei(b.db, QStringLiteral("Altre"), QStringLiteral("Vidres"), 1, 9);
         MotorFeines m(b.db, b.cfg);
 
+        // The job's row goes in, then copying its service lines fails: nothing half-done is left
+        // behind, not even the counter.
+        b.db.exec(QStringLiteral("CREATE TRIGGER avaria BEFORE INSERT ON Feines_Detall BEGIN SELECT RAISE(ABORT, 'disc ple'); END"));
         Feina f = nova(QStringLiteral("L'Estel"), QStringLiteral("08:00"));
+        QCOMPARE(grava(m, f, true), QStringLiteral("Error en Grava_Feina:disc ple"));
+        QCOMPARE(feines(b.db), 0);
+        QCOMPARE(b.db.transactionDepth(), 0);
+        b.db.exec(QStringLiteral("DROP TRIGGER avaria"));
+
+        f = nova(QStringLiteral("L'Estel"), QStringLiteral("08:00"));
         f.feines_hora_fi = QStringLiteral("23:00"); // ignored: the end comes from the place
         f.feines_feta = true;
         f.feines_observacions = QStringLiteral("vell");
         f.feines_data_factura = kDia;
-        m.Grava_Feina(f, false);
-        QCOMPARE(f.missatge, QString());
+        QCOMPARE(grava(m, f, false), QString());
+        QCOMPARE(f.feines_id, 1);
         QCOMPARE(f.feines_hora_fi, QStringLiteral("09:30"));
         QCOMPARE(f.recursos_nom, QStringLiteral("Marta i Oriol")); // the place's default
-        QVERIFY(!f.feines_feta);
-        QVERIFY(!f.feines_data_factura.isValid());
-        QCOMPARE(f.feines_observacions, QString());
+        QVERIFY(!f.feines_feta && !f.feines_data_factura.isValid() && f.feines_observacions.isEmpty());
 
         QCOMPARE(files(b.db, QStringLiteral("SELECT llocs_nom, feines_data, feines_hora_inici, feines_hora_fi, recursos_nom, feines_feta,"
                                             " feines_data_factura, feines_observacions FROM Feines WHERE feines_id = ?"), {f.feines_id}),
@@ -278,36 +231,9 @@ private slots:
 
         // A place with no services gives a job with no lines; no default resource leaves it unassigned.
         Feina g = nova(QStringLiteral("Buit"), QStringLiteral("08:00"));
-        m.Grava_Feina(g, true);
-        QCOMPARE(g.missatge, QString());
-        QVERIFY(g.feines_id > f.feines_id);
-        QCOMPARE(g.recursos_nom, QString());
-        QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall WHERE feines_id = ?"), {g.feines_id}), 0);
+        QCOMPARE(grava(m, g, true), QString());
+        QVERIFY(g.feines_id > f.feines_id && g.recursos_nom.isEmpty());
         QCOMPARE(valor(b.db, QStringLiteral("SELECT COUNT(*) FROM Feines_Detall")), 2);
-    }
-
-    void namesWithQuotesCaseAndAccents()
-    {
-        BaseProva b;
-        recurs(b.db, QStringLiteral("Àngels"), 1, true);
-        recurs(b.db, QStringLiteral("N'Oriol"), 2, true);
-        grup(b.db, QStringLiteral("L'equip d'Àngels"), 3, {QStringLiteral("Àngels"), QStringLiteral("N'Oriol")});
-        lloc(b.db, QStringLiteral("Cal Peró"), 60);
-        feina(b.db, QStringLiteral("Cal Peró"), kDia, QStringLiteral("09:00"), QStringLiteral("10:00"), QStringLiteral("L'equip d'Àngels"));
-        MotorFeines m(b.db, b.cfg);
-
-        // The member with a quote in her name finds her group's job.
-        Feina f = nova(QStringLiteral("CAL PERÓ"), QStringLiteral("09:00"), QStringLiteral("n'oriol"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: n'oriol"));
-        // Upper-case accented name: still the same worker.
-        f = nova(QStringLiteral("cal peró"), QStringLiteral("09:30"), QStringLiteral("ÀNGELS"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QStringLiteral("Solapament de recursos: ÀNGELS"));
-        f = nova(QStringLiteral("Cal Peró"), QStringLiteral("10:00"), QStringLiteral("ÀNGELS"));
-        m.Grava_Feina(f, true);
-        QCOMPARE(f.missatge, QString());
-        QCOMPARE(feines(b.db), 2);
     }
 };
 
