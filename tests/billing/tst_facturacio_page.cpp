@@ -133,28 +133,19 @@ private slots:
         QVERIFY(!ctl().ambClient() && !p.TotalFacturar->isVisible());
     }
 
-    // The month is checked on leaving; a bad one keeps the focus and builds nothing, an empty one
-    // becomes the current month, another one builds once.
-    void mes_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("esperat"); // the field | focus kept | messages | builds | the built month
-        QTest::newRow("curt") << "3/2026" << "3/2026|1|1|0|03/2026";
-        QTest::newRow("un altre") << " 04/2026 " << "04/2026|0|0|1|04/2026";
-    }
+    // The month is checked on leaving: a bad one builds nothing, another one builds once.
     void mes()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, esperat);
         QLineEdit *mes = m_page->mesFactura;
-        mes->setFocus();
-        QCOMPARE(mes->selectedText(), mes->text());
         const int abans = ctl().construccions();
-        mes->setText(text);
-        QTest::keyClick(mes, Qt::Key_Tab);
-        QCOMPARE(QStringList({mes->text(), QString::number(mes->hasFocus()), QString::number(m_ui.crides.size()),
-                              QString::number(ctl().construccions() - abans), ctl().facturacio().parametres().mes}).join('|'),
-                 esperat);
+        for (const char *text : {"3/2026", " 04/2026 "}) {
+            mes->setFocus();
+            mes->setText(text);
+            QTest::keyClick(mes, Qt::Key_Tab);
+        }
+        QCOMPARE(QStringList({mes->text(), QString::number(m_ui.crides.size()), QString::number(ctl().construccions() - abans),
+                              ctl().facturacio().parametres().mes}).join('|'),
+                 "04/2026|1|1|04/2026");
     }
 
     // The job sheet is a view over the engine's item model (whose roles are the engine's test):

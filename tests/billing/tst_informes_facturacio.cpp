@@ -65,8 +65,7 @@ struct Mes {
         dades_prova::lloc(db, QStringLiteral("Oficina"), 60, QString(), kEstel);
         dades_prova::lloc(db, QStringLiteral("Magatzem"), 60, QString(), kEstel);
         dades_prova::lloc(db, QStringLiteral("Bar"), 60, QString(), QStringLiteral("Bar Nou"));
-        exec(db, QStringLiteral("UPDATE Llocs SET llocs_quota = 50 WHERE llocs_nom = 'Magatzem'"), {});
-        exec(db, QStringLiteral("UPDATE Llocs SET llocs_quota = 80 WHERE llocs_nom = 'Bar'"), {});
+        db.exec(QStringLiteral("UPDATE Llocs SET llocs_quota = CASE llocs_nom WHEN 'Magatzem' THEN 50 WHEN 'Bar' THEN 80 ELSE 0 END"));
         feina1 = feina(db, QStringLiteral("Oficina"), 3, true, {{"Neteja", 2, "Hores", 15}, {"Vidres", 10, "m2", 2.5}});
         feina2 = feina(db, QStringLiteral("Oficina"), 10, true, {{"Neteja", 3, "Hores", 15}});
         feina(db, QStringLiteral("Oficina"), 17, false, {{"Neteja", 1, "Hores", 15}});

@@ -7,7 +7,6 @@
 #include "core/sessio.h"
 #include "support/entorn_proves.h"
 
-#include <QSqlRecord>
 #include <QStringList>
 #include <QTest>
 #include <memory>
@@ -52,12 +51,6 @@ struct EntornMestres {
 
     qint64 compte(const QString &sql, const QVariantList &valors = {}) { return dades_prova::valor(db(), sql, valors); }
 
-    QString text(const QString &sql, const QVariantList &valors = {})
-    {
-        Query q = db().query(sql);
-        for (const QVariant &v : valors)
-            q.bind(v);
-        q.exec();
-        return q.next() ? (q.isNull(q.raw().record().fieldName(0)) ? QStringLiteral("<null>") : q.text(0)) : QStringLiteral("<cap>");
-    }
+    // The first column of the first row ("NULL" for none).
+    QString text(const QString &sql, const QVariantList &valors = {}) { return dades_prova::files(db(), sql, valors).value(0); }
 };
