@@ -1,7 +1,6 @@
 // The billing sheets built from a real database: row kinds and codes, job and place breaks, the
 // monthly fees, the voucher pass with its limit and surcharge, pending only, the month's bounds,
-// the all-clients view, the totals, the attributes and merges the tab draws, and the number of
-// queries a build makes.
+// the all-clients view, the totals, and the attributes and merges the tab draws.
 
 #include "billing/facturacio.h"
 #include "billing/graella_facturacio_taula.h"
@@ -347,24 +346,6 @@ private slots:
             QCOMPARE(f.totals().TotalPagaments, QString::fromUtf8(pagament));
         }
         QCOMPARE(f.feinaFila(0) * 10 + f.feinaFila(1), 10);
-    }
-
-    // One query for the client's month and one for its vouchers, however many jobs.
-    void duesConsultes()
-    {
-        BaseProva base;
-        Dades d{base.db};
-        vals(base.cfg);
-        d.lloc(QStringLiteral("Casa"));
-        for (int i = 1; i <= 30; ++i) {
-            d.feina(i, QStringLiteral("Casa"), QStringLiteral("2009-03-%1").arg(i, 2, 10, QLatin1Char('0')), true);
-            d.linia(i, QStringLiteral("Neteja"), 2, 12);
-        }
-        d.xec(1, QStringLiteral("2009-01-01"));
-        Facturacio f(base.db, base.cfg);
-        QCOMPARE(dades_prova::sentencies(base.db, [&] { f.Carrega_Facturacio({QStringLiteral("03/2009"), kClient, false, QString()}); }),
-                 2);
-        QCOMPARE(f.FacturaGrid().files(), 60);
     }
 
     void mesos()
