@@ -169,7 +169,7 @@ private slots:
     }
 
     // Keys and double clicks on the job sheet's rows: what reaches the database, the editor, the
-    // rebuild, the flags, the clients tab's voucher list and the user. Other rows ignore them.
+    // rebuild, the flags, the clients tab's voucher list and the user.
     void accionsDeFeina_data()
     {
         QTest::addColumn<QString>("accio");
@@ -179,7 +179,6 @@ private slots:
         QTest::newRow("supr") << "supr" << "|0|1|1|0|1|1";
         QTest::newRow("espai") << "espai" << "1|0|0|1|1|0|0";
         QTest::newRow("doble clic") << "doble" << "0|1|1|1|0|1|0";
-        QTest::newRow("fila total") << "total" << "0|0|0|0|0|0|0";
     }
     void accionsDeFeina()
     {
@@ -194,7 +193,7 @@ private slots:
         };
         m_ui.respostes = {true};
         m_sessio->RefrescarAgenda = false;
-        const int fila = filaDe(full(), QString::number(m_pendent), accio == "total" ? ColIdFeina : 0);
+        const int fila = filaDe(full(), QString::number(m_pendent));
         QVERIFY(fila >= 0);
         const int abans = ctl().construccions();
         GraellaFacturacioWidget *g = m_page->FacturaGrid;
