@@ -11,69 +11,6 @@ class TestFeinesDurada : public QObject {
     Q_OBJECT
 
 private slots:
-    void resourceLookups()
-    {
-        BaseProva b;
-        recurs(b.db, QStringLiteral("Àngels"), 255, true);
-        recurs(b.db, QStringLiteral("L'Estel"), 65280, false);
-        grup(b.db, QStringLiteral("Equip"), 16711680, {QStringLiteral("Àngels")});
-        MotorFeines m(b.db, b.cfg);
-
-        // Names are matched whatever their case, accented capitals included, and a quote is just
-        // a character of the name.
-        QCOMPARE(m.Color_Recurs(QStringLiteral("ÀNGELS")), 255);
-        QCOMPARE(m.Color_Recurs(QStringLiteral("Ningú")), ColorFinestra);
-
-        QVERIFY(m.Assigna_Temps_Recurs(QStringLiteral("àngels")));
-        QVERIFY(!m.Assigna_Temps_Recurs(QStringLiteral("l'estel")));
-
-        QCOMPARE(m.Recurs_Per_Color(16711680), QStringLiteral("Equip"));
-        QCOMPARE(m.Recurs_Per_Color(12345), QString());
-    }
-
-    void serviceLookups()
-    {
-        BaseProva b;
-        servei(b.db, QStringLiteral("Neteja"), 60, false, 6.25, QStringLiteral("Hores"), QStringLiteral("Servei de neteja"));
-        servei(b.db, QStringLiteral("Vidres"), 30, false, 12.5); // no unit, no description (Null)
-        llocServei(b.db, QStringLiteral("Oficina"), QStringLiteral("Neteja"), 2, 7, QStringLiteral("Neteja d'oficina"));
-        llocServei(b.db, QStringLiteral("Escala"), QStringLiteral("Vidres"), 1, 12);
-        // A row with an empty place name: only a lookup that wrongly consults the place's lines
-        // when no place is given would ever find it.
-        llocServei(b.db, QString(""), QStringLiteral("Neteja"), 1, 1, QStringLiteral("Parany"));
-        MotorFeines m(b.db, b.cfg);
-
-        QCOMPARE(m.Preu_Servei(QStringLiteral("NETEJA")), 6.25);
-        QCOMPARE(m.Preu_Servei(QStringLiteral("Res")), 0.0);
-        QCOMPARE(m.Unitat_Servei(QStringLiteral("neteja")), QStringLiteral("Hores"));
-        QCOMPARE(m.Unitat_Servei(QStringLiteral("Vidres")), QString());
-
-        QCOMPARE(m.Descripcio_Servei(QStringLiteral("Neteja"), QString()), QStringLiteral("Servei de neteja"));
-        QCOMPARE(m.Descripcio_Servei(QStringLiteral("Neteja"), QStringLiteral("oficina")), QStringLiteral("Neteja d'oficina"));
-        // The place has no line for this service: the service's own wording stands.
-        QCOMPARE(m.Descripcio_Servei(QStringLiteral("Neteja"), QStringLiteral("Escala")), QStringLiteral("Servei de neteja"));
-        // The place's line exists but has no wording: its (empty) wording still wins.
-        QCOMPARE(m.Descripcio_Servei(QStringLiteral("Vidres"), QStringLiteral("Escala")), QString());
-    }
-
-    void membersThatTakeTime()
-    {
-        BaseProva b;
-        recurs(b.db, QStringLiteral("Marta"), 1, true);
-        recurs(b.db, QStringLiteral("Oriol"), 2, true);
-        recurs(b.db, QStringLiteral("Pau"), 3, false);
-        recurs(b.db, QStringLiteral("Laia"), 4, false);
-        grup(b.db, QStringLiteral("Tots"), 10, {QStringLiteral("Marta"), QStringLiteral("Oriol"), QStringLiteral("Pau")});
-        grup(b.db, QStringLiteral("Aprenents"), 11, {QStringLiteral("Pau"), QStringLiteral("Laia")});
-        MotorFeines m(b.db, b.cfg);
-
-        QCOMPARE(m.Components_Assigna_Temps(QStringLiteral("tots")), 2);
-        // Nobody in the group takes a share: counted as one, so nothing gets divided.
-        QCOMPARE(m.Components_Assigna_Temps(QStringLiteral("Aprenents")), 1);
-        // A single worker has no members.
-        QCOMPARE(m.Components_Assigna_Temps(QStringLiteral("Marta")), 1);
-    }
-
     void placeMinutes_data()
     {
         QTest::addColumn<int>("cella");
@@ -92,7 +29,6 @@ private slots:
                                                                << QList<QList<double>>{{1, 25, 0}, {1, 25, 0}, {1, 25, 0}} << 36;
         QTest::newRow("2.5 rounds to 2") << 1 << 2 << QList<QList<double>>{{5, 1, 0}} << 2;
         QTest::newRow("3.5 rounds to 4") << 1 << 2 << QList<QList<double>>{{7, 1, 0}} << 4;
-        QTest::newRow("fractional quantity, three sharing") << 10 << 3 << QList<QList<double>>{{0.5, 120, 0}, {2, 5, 1}} << 30;
     }
 
     void placeMinutes()
@@ -126,8 +62,6 @@ private slots:
         // Lines: 2 x 30 min shared + 1 x 15 min common.
         QTest::newRow("worker: 75 -> 90") << "Marta" << "08:00" << "24:00" << true << "09:30";
         QTest::newRow("group of two: 45 -> 60") << "Marta i Oriol" << "08:00" << "24:00" << true << "09:00";
-        QTest::newRow("unassigned counts as one") << "" << "08:00" << "24:00" << true << "09:30";
-        QTest::newRow("no lines: one cell") << "Marta" << "08:00" << "24:00" << false << "08:30";
         QTest::newRow("past midnight, earlier day end") << "Marta" << "23:30" << "22:00" << true << "22:00";
         QTest::newRow("one cell to midnight") << "Marta" << "23:30" << "24:00" << false << "24:00";
     }
@@ -163,15 +97,6 @@ private slots:
         f.feines_hora_inici = inici;
         f.recursos_nom = recurs;
         QCOMPARE(m.Hora_Fi_Feina(f), fi);
-    }
-
-    void lookupsLetDatabaseErrorsThrough()
-    {
-        BaseProva b;
-        MotorFeines m(b.db, b.cfg);
-        b.db.exec(QStringLiteral("DROP TABLE Serveis"));
-        QVERIFY_THROWS_EXCEPTION(DbError, m.Preu_Servei(QStringLiteral("Neteja")));
-        QVERIFY_THROWS_EXCEPTION(DbError, m.Minuts_Serveis_Lloc(QStringLiteral("Oficina"), 1));
     }
 };
 
