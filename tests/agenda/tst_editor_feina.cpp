@@ -45,10 +45,7 @@ struct Negoci {
 
     void linia(const char *servei, const char *descripcio, double quantitat, const char *unitat, double preu)
     {
-        db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio, feines_detall_quantitat,"
-                 " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)")
-            .bind(id).bind(QString::fromUtf8(servei)).bind(QString::fromUtf8(descripcio)).bind(quantitat)
-            .bind(QString::fromUtf8(unitat)).bind(preu).exec();
+        dades_prova::linia(db, id, QString::fromUtf8(servei), quantitat, preu, QString::fromUtf8(unitat), QString::fromUtf8(descripcio));
     }
 
     // The editor on the job as the agenda hands it over: from its cell, without its notes.

@@ -37,9 +37,7 @@ struct Escenari {
         dades_prova::servei(db, "Vidres", 20, true, 2.5, "Unitats");
         dades_prova::lloc(db, "Exemple oficina", 60, "Marta");
         id = dades_prova::feina(db, "Exemple oficina", kAvui, "09:00", "10:00", "Marta");
-        db.query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio, feines_detall_quantitat,"
-                 " feines_detall_unitat, feines_detall_preu_un) VALUES (?, 'Neteja', 'Servei de neteja', 2, 'Hores', 15)")
-            .bind(id).exec();
+        dades_prova::linia(db, id, "Neteja", 2, 15, "Hores", "Servei de neteja");
         carregaFeina(db, id, feina);
         d = std::make_unique<FrmFeinesDialog>(db, base.cfg, motor, ui, feina);
         d->setAvui(kAvui);

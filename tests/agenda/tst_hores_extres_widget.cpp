@@ -37,7 +37,7 @@ struct Pagina {
         page = std::make_unique<AgendaPage>(*sessio, ui);
         page->resize(1100, 700);
         page->show();
-        QTest::qWaitForWindowExposed(page.get());
+        QVERIFY(QTest::qWaitForWindowExposed(page.get()));
         page->controlador().estat().DataCalendari = dia;
         page->VistaDia->click();
         hores = page->HoresGrid;

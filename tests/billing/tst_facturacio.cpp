@@ -45,9 +45,7 @@ struct Dades {
     }
     void linia(int feina, const QString &servei, double quantitat, double preu, const QString &unitat = QStringLiteral("h"))
     {
-        db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat,"
-                                " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?)"))
-            .bind(feina).bind(servei).bind(quantitat).bind(unitat).bind(preu).exec();
+        dades_prova::linia(db, feina, servei, quantitat, preu, unitat);
     }
     Dades &xec(int id, const QString &entrega, double valor = 10.0, int feina = 0, const QString &liquidat = QString(),
              const QString &client = kClient)

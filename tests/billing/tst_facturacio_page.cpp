@@ -72,10 +72,8 @@ private slots:
         m_feta = dades_prova::feina(db(), "Escala A", QDate(2026, 3, 3), "09:00", "11:00", "Anna", true);
         m_pendent = dades_prova::feina(db(), "Escala A", QDate(2026, 3, 10), "09:00", "10:00", "Anna", false);
         for (int id : {m_feta, m_pendent})
-            db().query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat, feines_detall_unitat,"
-                       " feines_detall_preu_un) VALUES (?, 'Neteja', 2, 'h', 12)").bind(id).exec();
-        db().query("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat, feines_detall_unitat,"
-                   " feines_detall_preu_un) VALUES (?, 'Vidres', 1, 'u', 8)").bind(m_feta).exec();
+            dades_prova::linia(db(), id, "Neteja", 2, 12, "h");
+        dades_prova::linia(db(), m_feta, "Vidres", 1, 8, "u");
         dades_prova::xec(db(), 5, kEstel, m_feta, QDate(2026, 3, 20)); // settled this month
         dades_prova::xec(db(), 7, kEstel, 0, QDate());                 // free
         m_ui = InteraccioGuio();

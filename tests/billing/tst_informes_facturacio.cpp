@@ -29,9 +29,7 @@ int feina(Db &db, const QString &lloc, int dia, bool feta, const QList<std::tupl
 {
     const int id = dades_prova::feina(db, lloc, QDate(2031, 3, dia), "09:00", "10:00", QStringLiteral("Anna"), feta);
     for (const auto &[servei, quantitat, unitat, preu] : linies)
-        exec(db, QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat, feines_detall_unitat,"
-                                " feines_detall_preu_un) VALUES (?, ?, ?, ?, ?)"),
-             {id, QString::fromUtf8(servei), quantitat, QString::fromUtf8(unitat), preu});
+        dades_prova::linia(db, id, QString::fromUtf8(servei), quantitat, preu, QString::fromUtf8(unitat));
     return id;
 }
 
@@ -80,8 +78,7 @@ struct Mes {
     // service), one for Bar Nou.
     void liquidats(Db &db)
     {
-        exec(db, QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat, feines_detall_unitat,"
-                                " feines_detall_preu_un) VALUES (?, 'Neteja', 0.5, 'Hores', 15)"), {feina2});
+        dades_prova::linia(db, feina2, "Neteja", 0.5, 15, "Hores");
         xec(db, 201, kEstel, feina1);
         xec(db, 202, kEstel, feina2);
         xec(db, 301, QStringLiteral("Bar Nou"), feinaBar);

@@ -82,15 +82,11 @@ private slots:
         servei(b.db, QStringLiteral("Desplaçament"), 15, true);
         const int id = feina(b.db, QStringLiteral("Oficina"), QDate(2024, 3, 4), inici, QStringLiteral("23:59"));
         const int altra = feina(b.db, QStringLiteral("Oficina"), QDate(2024, 3, 5), inici, QStringLiteral("23:59"));
-        auto linia = [&](int feinaId, const QString &servei, double quantitat) {
-            b.db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_quantitat) VALUES (?, ?, ?)"))
-                .bind(feinaId).bind(servei).bind(quantitat).exec();
-        };
         if (ambLinies) {
-            linia(id, QStringLiteral("Neteja"), 2);
-            linia(id, QStringLiteral("Desplaçament"), 1);
+            linia(b.db, id, QStringLiteral("Neteja"), 2);
+            linia(b.db, id, QStringLiteral("Desplaçament"), 1);
         }
-        linia(altra, QStringLiteral("Neteja"), 10); // another job's lines never count
+        linia(b.db, altra, QStringLiteral("Neteja"), 10); // another job's lines never count
         MotorFeines m(b.db, b.cfg);
         Feina f;
         f.feines_id = id;

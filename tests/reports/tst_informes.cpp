@@ -46,10 +46,7 @@ void sembra(Db &db)
     dades_prova::feina(db, QStringLiteral("Casa L'Estel"), QDate(2031, 4, 1), "08:00", "09:00", "Equip Nord");
     for (const auto &[servei, descripcio, quantitat, unitat, preu] :
          {std::tuple{"Neteja", "Neteja general", 2.0, "Hores", 15.5}, std::tuple{"Vidres", "Vidres de l'entrada", 12.5, "m2", 2.25}})
-        db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio,"
-                                " feines_detall_quantitat, feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)"))
-            .bind(primera).bind(QString::fromUtf8(servei)).bind(QString::fromUtf8(descripcio)).bind(quantitat)
-            .bind(QString::fromUtf8(unitat)).bind(preu).exec();
+        dades_prova::linia(db, primera, QString::fromUtf8(servei), quantitat, preu, QString::fromUtf8(unitat), QString::fromUtf8(descripcio));
 }
 
 void hores(Db &db, const QString &recurs, const QDate &dia, double quantitat)

@@ -4,9 +4,7 @@
 #include "core/ini.h"
 
 #include <QDir>
-#include <QSqlDriver>
 #include <QSqlRecord>
-#include <sqlite3.h>
 #include <stdexcept>
 
 // ---------------------------------------------------------------- DirectoriProva
@@ -110,6 +108,14 @@ int feina(Db &db, const QString &lloc, const QDate &data, const QString &inici, 
     return static_cast<int>(q.lastInsertId());
 }
 
+void linia(Db &db, int feina, const QString &servei, double quantitat, double preu, const QString &unitat,
+           const QString &descripcio)
+{
+    db.query(QStringLiteral("INSERT INTO Feines_Detall (feines_id, serveis_nom, feines_detall_descripcio, feines_detall_quantitat,"
+                            " feines_detall_unitat, feines_detall_preu_un) VALUES (?, ?, ?, ?, ?, ?)"))
+        .bind(feina).bind(servei).bind(textONull(descripcio)).bind(quantitat).bind(textONull(unitat)).bind(preu).exec();
+}
+
 void xec(Db &db, int xecsId, const QString &client, int feinesId, const QDate &liquidat)
 {
     db.query(QStringLiteral("INSERT INTO Xecs (xecs_id, clients_nom, feines_id, xecs_data_liquidat, xecs_valor) VALUES (?, ?, ?, ?, 10)"))
@@ -142,24 +148,6 @@ qint64 valor(Db &db, const QString &sql, const QVariantList &valors)
     if (!q.next())
         throw DbError(QStringLiteral("no row: ") + sql);
     return q.integer(0);
-}
-
-sqlite3 *handle(Db &db)
-{
-    const QVariant v = db.handle().driver()->handle();
-    if (v.isValid() && qstrcmp(v.typeName(), "sqlite3*") == 0)
-        return *static_cast<sqlite3 *const *>(v.constData());
-    return nullptr;
-}
-
-int sentencies(Db &db, const std::function<void()> &feina)
-{
-    int n = 0;
-    sqlite3 *h = handle(db);
-    sqlite3_trace_v2(h, SQLITE_TRACE_STMT, [](unsigned, void *ctx, void *, void *) { return ++*static_cast<int *>(ctx), 0; }, &n);
-    feina();
-    sqlite3_trace_v2(h, 0, nullptr, nullptr);
-    return n;
 }
 
 } // namespace dades_prova

@@ -16,7 +16,6 @@
 #include <functional>
 #include <memory>
 
-struct sqlite3;
 
 // A complete data directory in a temporary folder, created as `quadrella init` would.
 class DirectoriProva {
@@ -61,15 +60,14 @@ void llocServei(Db &db, const QString &lloc, const QString &servei, double quant
 // A job written straight to the table (no checks); returns its id.
 int feina(Db &db, const QString &lloc, const QDate &data, const QString &inici, const QString &fi,
           const QString &recurs = QString(), bool feta = false);
+// A service line of a job; an empty unit or description is stored as Null.
+void linia(Db &db, int feina, const QString &servei, double quantitat, double preu = 0.0,
+           const QString &unitat = QString(), const QString &descripcio = QString());
 void xec(Db &db, int xecsId, const QString &client, int feinesId, const QDate &liquidat);
 // Every row of a query, its columns joined with '|' (Null as "NULL"), in the query's order.
 QStringList files(Db &db, const QString &sql, const QVariantList &valors = {});
 // The single integer that a query returns (a count, usually).
 qint64 valor(Db &db, const QString &sql, const QVariantList &valors = {});
-// The raw SQLite handle of a connection (to install traces or hooks in a test).
-sqlite3 *handle(Db &db);
-// How many statements the connection runs while `feina` runs.
-int sentencies(Db &db, const std::function<void()> &feina);
 } // namespace dades_prova
 
 // Interaccio with scripted answers: each pregunta() takes the next answer (No when none is left).
