@@ -10,6 +10,7 @@
 #include "jobs/planificacio_generacio.h"
 #include "jobs/replanificacio.h"
 #include "support/entorn_proves.h"
+#include "support/ritme_proves.h"
 
 #include <QtTest>
 
@@ -39,18 +40,6 @@ QByteArray diaSencer(const char *inici, const char *resum, const QByteArray &mes
 QDate d(int m, int day)
 {
     return QDate(2026, m, day);
-}
-
-RitmeLloc ritme(int n, bool primer, bool ultim, int diaSetmana, bool dissabte, bool diumenge)
-{
-    RitmeLloc r;
-    r.periodicitat_dies = n;
-    r.primer_dia_mes = primer;
-    r.ultim_dia_mes = ultim;
-    r.dia_setmana = diaSetmana;
-    r.dissabte = dissabte;
-    r.diumenge = diumenge;
-    return r;
 }
 
 // "MM-dd" for a day, with the closed days it was moved over: "06-08 <06-05>".

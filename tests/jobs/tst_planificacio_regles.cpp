@@ -1,6 +1,7 @@
 // The calendar of periodic planning: which days each rhythm gives, over month, year and weekend
 // boundaries and at the period's edges. The dates are worked out by hand from a 2009/2010 calendar.
 #include "jobs/planificacio_regles.h"
+#include "support/ritme_proves.h"
 
 #include <QtTest>
 
@@ -12,18 +13,6 @@ QDate d(int y, int m, int day)
 }
 
 // Monthly when primer or ultim is set (period 30), every n days otherwise.
-RitmeLloc ritme(int n, bool primer, bool ultim, int diaSetmana, bool dissabte, bool diumenge)
-{
-    RitmeLloc r;
-    r.periodicitat_dies = n;
-    r.primer_dia_mes = primer;
-    r.ultim_dia_mes = ultim;
-    r.dia_setmana = diaSetmana;
-    r.dissabte = dissabte;
-    r.diumenge = diumenge;
-    return r;
-}
-
 RitmeLloc mensual(bool primer, bool ultim, int diaSetmana, bool dissabte, bool diumenge)
 {
     return ritme(30, primer, ultim, diaSetmana, dissabte, diumenge);
